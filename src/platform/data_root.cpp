@@ -1,0 +1,113 @@
+#include "platform/data_root.hpp"
+
+#include <cstdlib>
+#include <system_error>
+#include <vector>
+
+#include "platform/text.hpp"
+
+namespace aerix::platform {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::u16string FoldCase(std::u16string_view s) {
+    std::u16string out(s);
+    for (auto& c : out) {
+        if ((c >= u'a' && c <= u'z') || (c >= 0xE0 && c <= 0xFE && c != 0xF7))
+            c -= 0x20;
+    }
+    return out;
+}
+
+std::vector<std::string> SplitPocketPath(std::string_view path) {
+    std::vector<std::string> parts;
+    std::string current;
+    for (char c : path) {
+        if (c == '\\' || c == '/') {
+            if (!current.empty())
+                parts.push_back(std::move(current));
+            current.clear();
+        } else {
+            current += c;
+        }
+    }
+    if (!current.empty())
+        parts.push_back(std::move(current));
+    return parts;
+}
+
+}  // namespace
+
+DataRoot::DataRoot(fs::path root) : root_(std::move(root)) {}
+
+fs::path DataRoot::Choose(const std::optional<fs::path>& homeOption) {
+    if (const char* env = std::getenv("AERIX_HOME"); env && *env)
+        return fs::path(env);
+    if (homeOption && !homeOption->empty())
+        return *homeOption;
+    if (const char* xdg = std::getenv("XDG_DATA_HOME"); xdg && *xdg)
+        return fs::path(xdg) / "aerix";
+    const char* home = std::getenv("HOME");
+    return fs::path(home && *home ? home : ".") / ".local" / "share" / "aerix";
+}
+
+fs::path MatchComponent(const fs::path& folder, const std::string& name) {
+    std::error_code ec;
+    if (name == "." || name == "..")
+        return folder / name;
+    fs::path exact = folder / name;
+    if (fs::exists(fs::symlink_status(exact, ec)))
+        return exact;
+    if (!fs::is_directory(folder, ec))
+        return exact;
+    std::u16string wanted = FoldCase(Utf8ToUtf16(name));
+    for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
+        std::string entry = it->path().filename().string();
+        if (FoldCase(Utf8ToUtf16(entry)) == wanted)
+            return it->path();
+    }
+    return exact;
+}
+
+fs::path DataRoot::Resolve(std::string_view pocketPath) const {
+    fs::path path = root_;
+    for (const auto& part : SplitPocketPath(pocketPath))
+        path = MatchComponent(path, part);
+    return path;
+}
+
+fs::path DataRoot::Resolve(std::u16string_view pocketPath) const {
+    return Resolve(Utf16ToUtf8(pocketPath));
+}
+
+fs::path DataRoot::ResolveForWrite(std::string_view pocketPath) const {
+    fs::path path = Resolve(pocketPath);
+    std::error_code ec;
+    fs::create_directories(path.parent_path(), ec);
+    return path;
+}
+
+fs::path DataRoot::ResolveForWrite(std::u16string_view pocketPath) const {
+    return ResolveForWrite(Utf16ToUtf8(pocketPath));
+}
+
+bool DataRoot::Create() const {
+    std::error_code ec;
+    fs::create_directories(root_, ec);
+    return fs::is_directory(root_, ec);
+}
+
+fs::path ResourcePath(std::string_view name) {
+    std::error_code ec;
+    if (const char* env = std::getenv("AERIX_RESOURCES"); env && *env) {
+        return fs::path(env) / name;
+    }
+    fs::path source = fs::path(AERIX_RESOURCE_DIR) / name;
+    if (fs::exists(source, ec))
+        return source;
+    return fs::path(AERIX_INSTALL_RESOURCE_DIR) / name;
+}
+
+}  // namespace aerix::platform

@@ -1,0 +1,40 @@
+// settings: every persisted setting after the first-run defaults and the load, by registry name.
+#include <CLI/CLI.hpp>
+
+#include "app/state/app_state.hpp"
+#include "app/state/settings.hpp"
+#include "tools/tool_context.hpp"
+
+namespace aerix::tools {
+
+void AddSettingsCommands(CLI::App& app, ToolContext& ctx) {
+    auto* cmd = app.add_subcommand("settings", "The settings as the program loads them at start");
+    cmd->callback([&ctx] {
+        ctx.OpenPlatform();
+        g_app.PortName.assign(u"COM1:");  // preset by start-up before the settings load
+        CreateDefaultSettings();
+        LoadSettings();
+        const AppState& s = g_app;
+        ctx.Out().Emit({
+            {"AcReg", s.AircraftReg.utf8()},
+            {"CuDbase", s.NavDatabaseName.utf8()},
+            {"CuPlanName", s.ActivePlanName.utf8()},
+            {"CurrentPlan", s.CurrentPlanId},
+            {"CommPort", s.PortName.utf8()},
+            {"BaudRate", s.BaudRate},
+            {"shlinmap", s.ShowLatLonMap},
+            {"shlinhsi", s.ShowLatLonHsi},
+            {"shsinmap", s.ShowScaleMap},
+            {"shsinhsi", s.ShowScaleHsi},
+            {"EnableHotKeys", s.EnableHotKeys},
+            {"showAirspace", s.ShowAirspace},
+            {"recordGPSdata", s.RecordGpsData},
+            {"overwriteGPSdata", s.OverwriteGpsData},
+            {"showTrkPointer", s.ShowTrackPointer},
+            {"FuelCalc", s.FuelCalc},
+            {"IcaoSearch", s.IcaoSearch},
+        });
+    });
+}
+
+}  // namespace aerix::tools

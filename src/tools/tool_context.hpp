@@ -1,0 +1,50 @@
+// What every aerix-tool command shares: the global options, the output and, when a command needs
+// the data root, the platform services over it.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+#include "platform/scripted_ui.hpp"
+#include "platform/services.hpp"
+#include "tools/output.hpp"
+
+namespace CLI {
+class App;
+}
+
+namespace aerix::tools {
+
+// A failure reported as "aerix-tool: <message>" with exit code 1.
+struct ToolFailure : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+class ToolContext {
+  public:
+    ToolContext();
+    ~ToolContext();
+
+    std::optional<std::filesystem::path> home;
+    bool json = false;
+
+    Output& Out();
+    // The platform over the data root (created on first use). Message boxes go to stderr.
+    platform::Platform& OpenPlatform();
+    // Message boxes shown so far (for commands that turn them into a failure).
+    platform::ScriptedUi& Ui() { return ui_; }
+
+  private:
+    platform::ScriptedUi ui_;
+    std::unique_ptr<Output> out_;
+    std::unique_ptr<platform::Platform> platform_;
+};
+
+// Each command group adds its subcommands.
+void AddMathCommands(CLI::App& app, ToolContext& ctx);
+void AddSettingsCommands(CLI::App& app, ToolContext& ctx);
+
+}  // namespace aerix::tools
