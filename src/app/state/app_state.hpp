@@ -74,6 +74,13 @@ struct AppState {
 
     // The present fix.
     GpsFix Fix;
+
+    // Stopwatch ("Timer" dialog): the counters outlive the dialog; StopwatchTimer is the
+    // identifier of its running dialog timer, 0 when stopped.
+    std::int32_t StopwatchSeconds = 0;
+    std::int32_t StopwatchMinutes = 0;
+    std::int32_t StopwatchHours = 0;
+    std::uint32_t StopwatchTimer = 0;
 };
 
 extern AppState g_app;

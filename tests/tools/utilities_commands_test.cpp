@@ -1,0 +1,109 @@
+// aerix-tool's utility commands, run as the built program.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+struct ToolRun {
+    int status = -1;
+    std::string output;  // stdout and stderr
+};
+
+ToolRun Tool(const std::string& args) {
+    ToolRun run;
+    std::string command = std::string(AERIX_TOOL_PATH) + " --json " + args + " 2>&1";
+    FILE* pipe = popen(command.c_str(), "r");
+    if (!pipe)
+        return run;
+    char buf[512];
+    while (std::fgets(buf, sizeof buf, pipe))
+        run.output += buf;
+    int status = pclose(pipe);
+    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return run;
+}
+
+double Number(const std::string& json, const std::string& key) {
+    auto at = json.find("\"" + key + "\": ");
+    if (at == std::string::npos)
+        return std::nan("");
+    return std::strtod(json.c_str() + at + key.size() + 4, nullptr);
+}
+
+TEST(UtilityCommands, Answer) {
+    EXPECT_EQ(Tool("convert volume ltr 10").output,
+              "{\"ltr\": \"10.00\", \"img\": \"2.20\", \"usg\": \"2.64\"}\n");
+    EXPECT_EQ(Tool("convert fuel ltr 100").output,
+              "{\"ltr\": \"100.00\", \"usg\": \"26.48\", \"img\": \"22.05\", \"kg\": \"72.00\", "
+              "\"lb\": \"158.73\"}\n");
+    EXPECT_EQ(Tool("convert fuel kg 100 --sg 0.8").output,
+              "{\"ltr\": \"125.00\", \"usg\": \"33.10\", \"img\": \"27.56\", \"kg\": \"100.00\", "
+              "\"lb\": \"220.46\"}\n");
+    EXPECT_EQ(Tool("convert temperature F 212").output, "{\"C\": \"100.00\", \"F\": \"212.00\"}\n");
+
+    ToolRun sun = Tool("sun 40.9 -74.3 1990-06-25");
+    EXPECT_NEAR(Number(sun.output, "sunrise"), 9.4414, 1e-4) << sun.output;
+    EXPECT_EQ(Tool("sun 90 0 2025-06-21").output, "{\"sunrise\": -99.0, \"sunset\": -99.0}\n");
+
+    ToolRun magvar = Tool("magvar 37.6189 -122.375 2026-01-01");
+    EXPECT_NEAR(Number(magvar.output, "declination"), 12.86, 0.1) << magvar.output;
+    EXPECT_NEAR(Number(magvar.output, "variation"), -12.86, 0.1) << magvar.output;
+    EXPECT_NE(Tool("magvar 37.6 -122.4 2031-01-01 --alt 5000").output.find("\"warning\""),
+              std::string::npos);
+
+    ToolRun xw = Tool("crosswind 27L 300 20");
+    EXPECT_NEAR(Number(xw.output, "crosswind"), 10.0, 1e-9) << xw.output;
+    EXPECT_NEAR(Number(Tool("pressure-altitude 0 1000").output, "pressureAltitude"), 364, 1);
+    EXPECT_NEAR(Number(Tool("density-altitude 5000 5.094").output, "densityAltitude"), 5000, 1);
+    EXPECT_NEAR(
+        Number(Tool("true-altitude 3000 1013 15 --station-elev 3000").output, "trueAltitude"), 3000,
+        1e-6);
+    EXPECT_EQ(Tool("holding 360 150").output,
+              "{\"entry\": \"Teardrop\", \"turns\": \"right\", \"outboundCourse\": 180.0, "
+              "\"teardropHeading\": 150.0, \"outboundSeconds\": 60.0, \"outboundTime\": "
+              "\"1:00\"}\n");
+    EXPECT_EQ(Tool("logbook 1:30 2:45").output,
+              "{\"total\": \"04:15\", \"minutes\": 255, \"hours\": 4.25, \"entries\": 2}\n");
+}
+
+TEST(UtilityCommands, RefuseBadInput) {
+    struct Case {
+        const char* args;
+        int status;
+        const char* message;
+    };
+    const Case cases[] = {
+        {"convert volume ltr ten", 2, "not a finite number"},
+        {"convert weight lb 1", 2, "KIND"},
+        {"convert mass ltr 1", 1, "the mass kind has the units lb, kg"},
+        {"convert volume ltr 1 --sg 0.8", 1, "--sg belongs to the fuel kind"},
+        {"sun 40 10 2025-13-01", 1, "invalid date \"2025-13-01\""},
+        {"sun 91 10 2025-01-01", 2, "LAT"},
+        {"magvar 40 10 25-01-01", 1, "expected YYYY-MM-DD"},
+        {"crosswind 40 300 20", 1, "runway \"40\""},
+        {"crosswind 27 300 -5", 1, "Wind speed must be 0 to 300 kt"},
+        {"pressure-altitude 1000 1200", 1, "QNH must be"},
+        {"density-altitude 3000 nan", 2, "not a finite number"},
+        {"holding 360 150 --tas 100", 2, "--tas requires"},
+        {"logbook 1:30 1:61", 1, "\"1:61\": minutes must be 00 to 59"},
+    };
+    for (const auto& c : cases) {
+        ToolRun run = Tool(c.args);
+        EXPECT_EQ(run.status, c.status) << c.args << ": " << run.output;
+        EXPECT_NE(run.output.find(c.message), std::string::npos) << c.args << ": " << run.output;
+    }
+
+    setenv("AERIX_RESOURCES", "/nonexistent", 1);
+    ToolRun noModel = Tool("magvar 51 0 2026-01-01");
+    unsetenv("AERIX_RESOURCES");
+    EXPECT_EQ(noModel.status, 1);
+    EXPECT_EQ(noModel.output,
+              "aerix-tool: Magnetic model /nonexistent/wmm/WMM.COF cannot be read\n");
+}
+
+}  // namespace
