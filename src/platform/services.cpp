@@ -9,6 +9,8 @@ Services& Sys() {
 
 Platform::Platform(std::filesystem::path root, Ui& ui) : root_(std::move(root)) {
     root_.Create();
+    // The program's own folder, spelled as the program names it; lookups ignore case.
+    root_.ResolveForWrite("\\My Documents\\Aerix\\.");
     registry_ = std::make_unique<RegistryHive>(root_.Root() / "registry.reg");
     previous_ = Sys();
     Sys() = Services{&root_, registry_.get(), &ui, &clock_, &hotKeys_};

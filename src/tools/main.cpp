@@ -22,6 +22,7 @@ int main(int argc, char** argv) {
     AddMathCommands(app, ctx);
     AddSettingsCommands(app, ctx);
     AddUtilitiesCommands(app, ctx);
+    AddNavDataCommands(app, ctx);
 
     try {
         app.parse(argc, argv);

@@ -47,5 +47,6 @@ class ToolContext {
 void AddMathCommands(CLI::App& app, ToolContext& ctx);
 void AddSettingsCommands(CLI::App& app, ToolContext& ctx);
 void AddUtilitiesCommands(CLI::App& app, ToolContext& ctx);
+void AddNavDataCommands(CLI::App& app, ToolContext& ctx);
 
 }  // namespace aerix::tools

@@ -6,6 +6,7 @@
 
 #include "platform/recording_file.hpp"
 #include "platform/text.hpp"
+#include "store/nav_types.hpp"
 
 namespace aerix {
 
@@ -81,6 +82,19 @@ struct AppState {
     std::int32_t StopwatchMinutes = 0;
     std::int32_t StopwatchHours = 0;
     std::uint32_t StopwatchTimer = 0;
+
+    // Navigation database and airspace in memory, and the area they are kept for (inclusive
+    // bounds in CentiMinutes; the whole world unless narrowed).
+    std::int32_t AreaNorth = kWholeWorldNorth;
+    std::int32_t AreaSouth = -kWholeWorldNorth;
+    std::int32_t AreaEast = kWholeWorldEast;
+    std::int32_t AreaWest = -kWholeWorldEast;
+    std::vector<NavEntry> NavDatabase;
+    std::uint32_t NavEntryCount = 0;
+    std::vector<AirspaceEntry> AirspaceOverlay;
+    std::uint32_t AirspaceEntryCount = 0;
+    // Set at start and whenever the arrays must be reloaded before the instrument views draw.
+    std::uint8_t ArraysPending = 0;
 };
 
 extern AppState g_app;

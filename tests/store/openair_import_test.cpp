@@ -1,0 +1,119 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "app/state/app_state.hpp"
+#include "store/airspace_loader.hpp"
+#include "store/field_splitter.hpp"
+#include "store/openair_import.hpp"
+#include "test_platform.hpp"
+
+namespace aerix {
+namespace {
+
+TEST(OpenAirCoordinate, AcceptsTheUsualForms) {
+    struct Case {
+        const char* text;
+        double lat, lon;
+    } cases[] = {
+        {"52:30:00 N 001:20:00 W", 52.5 * 6000, -(1 + 20 / 60.0) * 6000},
+        {"52:30.5N 1:20E", (52 + 30.5 / 60) * 6000, (1 + 20 / 60.0) * 6000},
+        {"33:56:24 S 151:10:38 E", -(33 + 56 / 60.0 + 24 / 3600.0) * 6000,
+         (151 + 10 / 60.0 + 38 / 3600.0) * 6000},
+        {"45.25 n 7.5 w", 45.25 * 6000, -7.5 * 6000},
+    };
+    for (const auto& c : cases) {
+        double lat = 0, lon = 0;
+        ASSERT_TRUE(ParseOpenAirCoordinate(c.text, &lat, &lon)) << c.text;
+        EXPECT_NEAR(lat, c.lat, 1e-6) << c.text;
+        EXPECT_NEAR(lon, c.lon, 1e-6) << c.text;
+    }
+    for (const char* bad : {"", "52:30 N", "52:70:00 N 001:00:00 W", "95:00 N 001:00 W",
+                            "52:30 X 001:00 W", "52:30 N 001:00 W junk"}) {
+        double lat = 0, lon = 0;
+        EXPECT_FALSE(ParseOpenAirCoordinate(bad, &lat, &lon)) << bad;
+    }
+}
+
+TEST(OpenAirImport, ConvertsPolygonsCirclesAndArcsAndReportsBrokenLines) {
+    const char* input =
+        "* a comment\n"
+        "AC D\n"
+        "AN LONDON CITY CTR\n"
+        "AL SFC\n"
+        "AH 2500ft\n"
+        "DP 51:30:00 N 000:00:00 E\n"
+        "DP 51:40:00 N 000:10:00 E\n"
+        "DP 51:30:00 N 000:20:00 E\n"
+        "DP nonsense\n"
+        "\n"
+        "AC R\n"
+        "AN DANGER\n"
+        "V X=50:00:00 N 001:00:00 W\n"
+        "DC 5\n"
+        "AC C\n"
+        "AN ARCS\n"
+        "V D=-\n"
+        "V X=48:00:00 N 002:00:00 E\n"
+        "DA 10,90,180\n"
+        "DZ 1\n"
+        "DP 47:50:00 N 002:00:00 E\n";
+    auto result = ConvertOpenAir(input);
+    ASSERT_EQ(result.outlines, 3);
+    ASSERT_EQ(result.problems.size(), 2u);
+    EXPECT_EQ(result.problems[0].line, 9);
+    EXPECT_EQ(result.problems[1].line, 20);
+
+    // Read the result back with the real loader.
+    testing::TestPlatform platform;
+    auto file = platform.Root() / "out.txt";
+    testing::WriteFile(file, result.text);
+    LoadAirspaceFrom(file);
+    ASSERT_EQ(g_app.AirspaceEntryCount, static_cast<std::uint32_t>(result.lines));
+    const auto& e = g_app.AirspaceOverlay;
+    std::vector<std::u16string> keywords;
+    for (const auto& entry : e)
+        keywords.emplace_back(entry.keyword.view());
+    std::vector<std::u16string> expected = {u"LONDON CI", u"GLINETO", u"GLINETO",
+                                            u"GLINETO",   u"DANGER",  u"CIRCLE",
+                                            u"ARCS",      u"ARC",     u"GLINETO"};
+    EXPECT_EQ(keywords, expected);
+    EXPECT_EQ(e[3].latitude, 51 * 6000 + 3000);  // closed back on the first point
+    EXPECT_EQ(e[3].longitude, 0);
+    EXPECT_EQ(e[5].latitude, 300000);
+    EXPECT_EQ(e[5].longitude, -6000);
+    EXPECT_DOUBLE_EQ(e[5].valueA, 5.0);
+    EXPECT_DOUBLE_EQ(e[7].valueA, 10.0);
+    EXPECT_DOUBLE_EQ(e[7].valueB, 90.0);
+    EXPECT_DOUBLE_EQ(e[7].valueC, 180.0);
+    EXPECT_EQ(e[7].valueD, -1);
+    // The arc's outline starts where the arc does: 10 nm east of the centre.
+    EXPECT_EQ(e[6].latitude, 48 * 6000);
+    EXPECT_NEAR(e[6].longitude, 2 * 6000 + 1000 / std::cos(48 * 3.14159265358979 / 180), 1);
+}
+
+TEST(OpenAirImport, ArcByPointsUsesBearingsAndDistanceFromTheCentre) {
+    auto result = ConvertOpenAir(
+        "AC D\nAN B\nV X=50:00:00 N 000:00:00 E\n"
+        "DB 50:10:00 N 000:00:00 E, 49:50:00 N 000:00:00 E\n");
+    ASSERT_TRUE(result.problems.empty());
+    testing::TestPlatform platform;
+    auto file = platform.Root() / "b.txt";
+    testing::WriteFile(file, result.text);
+    LoadAirspaceFrom(file);
+    ASSERT_EQ(g_app.AirspaceEntryCount, 2u);
+    const auto& arc = g_app.AirspaceOverlay[1];
+    EXPECT_NEAR(arc.valueA, 10.0, 1e-3);
+    EXPECT_NEAR(arc.valueB, 0.0, 1e-9);  // due north
+    EXPECT_NEAR(arc.valueC, 180.0, 1e-9);
+    EXPECT_EQ(arc.valueD, 1);
+}
+
+TEST(OpenAirImport, DrawingBeforeAnyAirspaceIsReported) {
+    auto result = ConvertOpenAir("DP 50:00 N 001:00 W\nV X=50:00 N 001:00 W\nDC 3\n");
+    EXPECT_EQ(result.outlines, 0);
+    EXPECT_EQ(result.problems.size(), 3u);
+}
+
+}  // namespace
+}  // namespace aerix
