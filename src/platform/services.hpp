@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 
+#include "platform/canvas.hpp"
 #include "platform/clock.hpp"
 #include "platform/data_root.hpp"
 #include "platform/hot_keys.hpp"
@@ -19,6 +20,7 @@ struct Services {
     Ui* ui = nullptr;
     Clock* clock = nullptr;
     HotKeys* hotKeys = nullptr;
+    Graphics* graphics = nullptr;  // set by the front end that draws
 };
 
 // The installed services. Every pointer is set while a Platform (or a test's stand-in) lives.
