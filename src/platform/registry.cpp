@@ -19,10 +19,11 @@ namespace {
 
 constexpr std::string_view kRootName = "HKEY_LOCAL_MACHINE";
 
+// Names ignore letter case as the platform's did, Latin-1 letters included ("Zürich" is "ZÜRICH").
 std::u16string Fold(std::u16string_view s) {
     std::u16string out(s);
     for (auto& c : out) {
-        if (c >= u'a' && c <= u'z')
+        if ((c >= u'a' && c <= u'z') || (c >= 0xE0 && c <= 0xFE && c != 0xF7))
             c -= 0x20;
     }
     return out;
