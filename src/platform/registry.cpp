@@ -19,10 +19,11 @@ namespace {
 
 constexpr std::string_view kRootName = "HKEY_LOCAL_MACHINE";
 
+// Names ignore letter case as the platform's did, Latin-1 letters included ("Zürich" is "ZÜRICH").
 std::u16string Fold(std::u16string_view s) {
     std::u16string out(s);
     for (auto& c : out) {
-        if (c >= u'a' && c <= u'z')
+        if ((c >= u'a' && c <= u'z') || (c >= 0xE0 && c <= 0xFE && c != 0xF7))
             c -= 0x20;
     }
     return out;
@@ -62,12 +63,20 @@ RegValue* FindValue(std::vector<RegValue>& values, std::u16string_view name) {
 
 // ---- text form -------------------------------------------------------------------------------
 
+// Line breaks are escaped too: a raw one in a value name would split its line and make the whole
+// file unreadable at the next start.
 std::string QuoteText(std::string_view text) {
     std::string out = "\"";
     for (char c : text) {
-        if (c == '\\' || c == '"')
-            out += '\\';
-        out += c;
+        if (c == '\n') {
+            out += "\\n";
+        } else if (c == '\r') {
+            out += "\\r";
+        } else {
+            if (c == '\\' || c == '"')
+                out += '\\';
+            out += c;
+        }
     }
     return out + "\"";
 }
@@ -154,6 +163,7 @@ bool ParseQuoted(Cursor& c, std::string* out) {
             if (c.AtEnd())
                 return false;
             ch = c.s[c.i++];
+            ch = ch == 'n' ? '\n' : ch == 'r' ? '\r' : ch;
         }
         *out += ch;
     }
@@ -427,6 +437,9 @@ long RegistryHive::CreateKey(HKEY parent, std::u16string_view subKey, HKEY* resu
     auto parentPath = PathOf(parent);
     if (!parentPath || !result)
         return kErrorInvalidHandle;
+    // A key name is written unquoted on a line of its own.
+    if (subKey.find_first_of(u"\r\n") != std::u16string_view::npos)
+        return kErrorInvalidParameter;
     std::u16string spelled = keys_[*parentPath].path;
     std::u16string full = JoinPath(spelled, subKey);
     bool created = EnsureKey(full);

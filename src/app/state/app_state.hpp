@@ -65,7 +65,8 @@ struct AppState {
     std::uint8_t EnableHotKeys = 0;     // "EnableHotKeys"
     std::uint8_t RecordGpsData = 0;     // "recordGPSdata"
     std::uint8_t OverwriteGpsData = 0;  // "overwriteGPSdata"
-    std::uint8_t FuelCalc = 0;          // "FuelCalc" (written, never read back)
+    std::uint8_t FuelCalc = 1;          // "FuelCalc" (written, never read back: every start
+                                        // begins from these built-in values)
     std::uint8_t IcaoSearch = 0;        // "IcaoSearch" (written, never read back)
 
     // Main window.

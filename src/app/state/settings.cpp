@@ -1,5 +1,6 @@
 #include "app/state/settings.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
@@ -20,10 +21,12 @@ platform::RegistryHive& Hive() {
     return *platform::Sys().registry;
 }
 
-// String values are stored with their terminator: (characters + 1) x 2 bytes.
+// String values are stored with their terminator: (characters + 1) x 2 bytes. A value loaded
+// without a terminator can fill the whole buffer; it is written back as it came, never with
+// bytes from past the buffer's end.
 template <std::size_t N>
 bool WriteText(HKEY key, std::u16string_view name, const WideBuf<N>& text) {
-    auto bytes = static_cast<std::uint32_t>((text.view().size() + 1) * sizeof(char16_t));
+    auto bytes = static_cast<std::uint32_t>(std::min(text.view().size() + 1, N) * sizeof(char16_t));
     return Hive().SetValue(key, name, platform::kRegSz, text.data(), bytes) == kErrorSuccess;
 }
 

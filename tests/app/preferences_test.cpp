@@ -1,0 +1,105 @@
+#include "app/state/preferences_dialog.hpp"
+
+#include <gtest/gtest.h>
+
+#include "app/state/view_hot_keys.hpp"
+#include "test_platform.hpp"
+
+namespace aerix {
+namespace {
+
+using Dialog = PreferencesDialog;
+
+// The flag behind each box, in the dialog's order.
+std::uint8_t& Flag(int box) {
+    std::uint8_t* flags[] = {
+        &g_app.ShowLatLonMap, &g_app.ShowLatLonHsi,    &g_app.EnableHotKeys,
+        &g_app.ShowScaleMap,  &g_app.ShowScaleHsi,     &g_app.ShowAirspace,
+        &g_app.RecordGpsData, &g_app.OverwriteGpsData, &g_app.ShowTrackPointer};
+    return *flags[box];
+}
+
+class PreferencesTest : public ::testing::Test {
+  protected:
+    testing::TestPlatform p;
+    Dialog dialog;
+};
+
+TEST_F(PreferencesTest, BoxIsCheckedOnlyWhenItsFlagIsExactlyOne) {
+    for (std::uint8_t value : {0, 1, 2, 255}) {
+        for (int b = 0; b < Dialog::kBoxCount; ++b)
+            Flag(b) = value;
+        dialog.Open();
+        for (int b = 0; b < Dialog::kBoxCount; ++b)
+            EXPECT_EQ(dialog.Checked(Dialog::Box(b)), value == 1) << Dialog::kLabels[b];
+    }
+    EXPECT_EQ(p.Ui().Titles().back(), "Preferences");
+}
+
+TEST_F(PreferencesTest, OkCopiesEveryBoxButTheHotKeyBox) {
+    const std::uint8_t initial[] = {1, 2, 2, 1, 0, 2, 1, 0, 1};  // 2 shows as clear
+    for (int b = 0; b < Dialog::kBoxCount; ++b)
+        Flag(b) = initial[b];
+    dialog.Open();
+    dialog.Click(Dialog::kLatLonHsi);  // clear -> checked
+    dialog.Click(Dialog::kScaleMap);   // checked -> clear
+    EXPECT_EQ(dialog.Ok(), 1);
+    const std::uint8_t expected[] = {1, 1, 2, 0, 0, 0, 1, 0, 1};
+    for (int b = 0; b < Dialog::kBoxCount; ++b)
+        EXPECT_EQ(Flag(b), expected[b]) << Dialog::kLabels[b];
+    EXPECT_EQ(p.Ui().Titles(), (std::vector<std::string>{"Preferences", "Aerix"}));
+    EXPECT_TRUE(p.Keys().Calls().empty());
+}
+
+TEST_F(PreferencesTest, CancelChangesNothingButTheImmediateHotKeyToggle) {
+    g_app.EnableHotKeys = 1;
+    g_app.ShowAirspace = 1;
+    RegisterViewHotKeys();
+    dialog.Open();
+    dialog.Click(Dialog::kAirspace);
+    dialog.Click(Dialog::kUseButtons);
+    EXPECT_EQ(g_app.EnableHotKeys, 0);
+    EXPECT_FALSE(p.Keys().IsRegistered(193));
+    EXPECT_EQ(dialog.Cancel(), 2);
+    EXPECT_EQ(g_app.EnableHotKeys, 0);
+    EXPECT_EQ(g_app.ShowAirspace, 1);
+    EXPECT_EQ(p.Ui().Titles().back(), "Aerix");
+
+    dialog.Open();
+    dialog.Click(Dialog::kUseButtons);
+    EXPECT_EQ(g_app.EnableHotKeys, 1);
+    EXPECT_EQ(dialog.Cancel(), 2);
+    EXPECT_EQ(p.Keys().Calls(),
+              (std::vector<int>{193, 194, 195, 196, -193, -194, -195, -196, 193, 194, 195, 196}));
+}
+
+TEST_F(PreferencesTest, ClearingRecordGpsDataClosesTheRecordingOnOk) {
+    auto file = p.Root() / "GpsData.txt";
+    for (bool clear : {false, true}) {
+        g_app.RecordGpsData = 1;
+        ASSERT_TRUE(g_app.GpsRecording.Open(file, false));
+        dialog.Open();
+        if (clear)
+            dialog.Click(Dialog::kRecordGps);
+        dialog.Ok();
+        EXPECT_EQ(g_app.GpsRecording.IsOpen(), !clear);
+        EXPECT_EQ(g_app.RecordGpsData, clear ? 0 : 1);
+    }
+}
+
+TEST(ViewHotKeys, RegistersTheFourButtonsWithWinAndKeyUp) {
+    testing::TestPlatform p;
+    RegisterViewHotKeys();
+    auto registered = p.Keys().Registered();
+    ASSERT_EQ(registered.size(), 4u);
+    for (const auto& [id, binding] : registered) {
+        EXPECT_EQ(binding.modifiers, 0x1008u);
+        EXPECT_EQ(binding.virtualKey, static_cast<unsigned>(id));
+    }
+    UnregisterViewHotKeys();
+    EXPECT_TRUE(p.Keys().Registered().empty());
+    EXPECT_EQ(p.Keys().Calls(), (std::vector<int>{193, 194, 195, 196, -193, -194, -195, -196}));
+}
+
+}  // namespace
+}  // namespace aerix

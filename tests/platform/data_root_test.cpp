@@ -1,0 +1,107 @@
+#include "platform/data_root.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+
+#include "platform/numeric.hpp"
+#include "platform/text.hpp"
+#include "test_platform.hpp"
+
+namespace aerix::platform {
+namespace {
+
+namespace fs = std::filesystem;
+using aerix::testing::TempDir;
+using aerix::testing::WriteFile;
+
+TEST(DataRoot, ResolvesEachComponentIgnoringCaseAndSeparatorForm) {
+    TempDir dir;
+    DataRoot root(dir.Path());
+    WriteFile(dir.Path() / "My Documents" / "Aerix" / "World1.bmp", "b");
+    WriteFile(dir.Path() / "My Documents" / "Zürich" / "a.txt", "a");
+    const fs::path aerix = dir.Path() / "My Documents" / "Aerix";
+    const std::vector<std::pair<std::string, fs::path>> cases = {
+        {"\\My Documents\\Aerix\\World1.bmp", aerix / "World1.bmp"},
+        {"\\my documents\\aerix\\WORLD1.BMP", aerix / "World1.bmp"},
+        {"My Documents/aerix/world1.bmp", aerix / "World1.bmp"},
+        {"/MY DOCUMENTS//AERIX/", aerix},
+        {"\\My Documents\\aerix\\New.txt", aerix / "New.txt"},  // missing: spelled as given
+        {"\\My Documents\\ZÜRICH\\A.TXT", dir.Path() / "My Documents" / "Zürich" / "a.txt"},
+        {"", dir.Path()}};
+    for (const auto& [pocket, expected] : cases) {
+        EXPECT_EQ(root.Resolve(pocket), expected) << pocket;
+        EXPECT_EQ(root.Resolve(Utf8ToUtf16(pocket)), expected) << pocket;
+    }
+}
+
+TEST(DataRoot, ResolveForWriteCreatesTheFoldersButNotTheFile) {
+    TempDir dir;
+    DataRoot root(dir.Path() / "home");
+    EXPECT_TRUE(root.Create());
+    fs::path file = root.ResolveForWrite(u"\\My Documents\\Aerix\\GpsData.txt");
+    EXPECT_EQ(file, dir.Path() / "home" / "My Documents" / "Aerix" / "GpsData.txt");
+    EXPECT_TRUE(fs::is_directory(file.parent_path()));
+    EXPECT_FALSE(fs::exists(file));
+    // An existing folder in another case is reused, not doubled.
+    EXPECT_EQ(root.ResolveForWrite("\\my documents\\AERIX\\x.txt").parent_path(),
+              file.parent_path());
+}
+
+// Sets an environment variable for one scope and restores it after.
+class ScopedEnv {
+  public:
+    ScopedEnv(const char* name, const char* value) : name_(name) {
+        if (const char* old = std::getenv(name))
+            old_ = old;
+        value ? ::setenv(name, value, 1) : ::unsetenv(name);
+    }
+    ~ScopedEnv() { old_ ? ::setenv(name_, old_->c_str(), 1) : ::unsetenv(name_); }
+
+  private:
+    const char* name_;
+    std::optional<std::string> old_;
+};
+
+TEST(DataRoot, ChoosesEnvironmentThenOptionThenXdg) {
+    ScopedEnv home("HOME", "/home/pilot");
+    {
+        ScopedEnv aerixHome("AERIX_HOME", "/env/root");
+        ScopedEnv xdg("XDG_DATA_HOME", "/xdg");
+        EXPECT_EQ(DataRoot::Choose(fs::path("/option")), fs::path("/env/root"));
+    }
+    ScopedEnv aerixHome("AERIX_HOME", nullptr);
+    {
+        ScopedEnv xdg("XDG_DATA_HOME", "/xdg");
+        EXPECT_EQ(DataRoot::Choose(fs::path("/option")), fs::path("/option"));
+        EXPECT_EQ(DataRoot::Choose(std::nullopt), fs::path("/xdg/aerix"));
+    }
+    ScopedEnv xdg("XDG_DATA_HOME", "");
+    EXPECT_EQ(DataRoot::Choose(std::nullopt), fs::path("/home/pilot/.local/share/aerix"));
+}
+
+// Text crosses between UTF-8 files and UTF-16 buffers; numbers truncate as the ARM did.
+TEST(TextAndNumbers, ConvertWithoutLosingAnything) {
+    for (std::string utf8 : {"", "G-CESS", "Zürich °", "€", "\xF0\x9D\x84\x9E"})
+        EXPECT_EQ(Utf16ToUtf8(Utf8ToUtf16(utf8)), utf8);
+    EXPECT_EQ(Utf8ToUtf16("\xF0\x9D\x84\x9E"), u"\U0001D11E");
+    EXPECT_EQ(Utf8ToUtf16("a\xE9z\xC3"), u"a\u00E9z\u00C3");  // not UTF-8: taken as Latin-1
+    EXPECT_EQ(BytesToUtf16("\xB0\x41"), u"\u00B0A");
+    WideBuf<4> buf;
+    buf.assign(u"ABCDEFG");
+    EXPECT_EQ(buf.view(), u"ABC");
+    EXPECT_EQ(buf.chars[3], u'\0');
+    const std::pair<double, std::int32_t> cases[] = {{2.9, 2},
+                                                     {-2.9, -2},
+                                                     {1e10, INT32_MAX},
+                                                     {-1e10, INT32_MIN},
+                                                     {NAN, 0},
+                                                     {-INFINITY, INT32_MIN},
+                                                     {2147483646.5, 2147483646}};
+    for (const auto& [in, out] : cases)
+        EXPECT_EQ(TruncInt32(in), out) << in;
+}
+
+}  // namespace
+}  // namespace aerix::platform
