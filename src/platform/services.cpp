@@ -11,7 +11,7 @@ Platform::Platform(std::filesystem::path root, Ui& ui) : root_(std::move(root)) 
     root_.Create();
     registry_ = std::make_unique<RegistryHive>(root_.Root() / "registry.reg");
     previous_ = Sys();
-    Sys() = Services{&root_, registry_.get(), &ui, &clock_, &hotKeys_};
+    Sys() = Services{&root_, registry_.get(), &ui, &clock_, &hotKeys_, &idleTimer_};
 }
 
 Platform::~Platform() {
