@@ -15,7 +15,8 @@ const char16_t* NextNmeaField(const char16_t* cursor, char16_t* field) noexcept 
         ++cursor;
     }
     field[n] = u'\0';
-    return cursor + 1;
+    // Stay on a terminator rather than step past the end of the sentence.
+    return *cursor == u'\0' ? cursor : cursor + 1;
 }
 
 }  // namespace aerix
