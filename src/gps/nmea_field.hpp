@@ -9,8 +9,9 @@ namespace aerix {
 inline constexpr std::size_t kNmeaFieldSize = 20;
 
 // Copies the field at cursor into `field` (kNmeaFieldSize characters) and returns the position
-// behind the character that ended it (",", "*" or the terminator), or null at the end of the
-// sentence. A field ending at "*" leaves the cursor on the checksum, so the next call reads it.
+// behind the character that ended it ("," or "*"; the terminator itself when the sentence ends
+// there), or null when the cursor is null or at the end. A field ending at "*" leaves the cursor
+// on the checksum, so the next call reads it.
 const char16_t* NextNmeaField(const char16_t* cursor, char16_t* field) noexcept;
 
 }  // namespace aerix

@@ -23,12 +23,20 @@ bool Equals(const char16_t* field, char16_t c) {
     return field[0] == c && field[1] == u'\0';
 }
 
+// The long way, for what the fast path cannot do exactly: many digits or an exponent.
+double SlowNumber(const char16_t* first, const char16_t* last) noexcept {
+    char ascii[kNmeaFieldSize + 8];
+    std::size_t n = 0;
+    for (const char16_t* p = first; p != last && n < sizeof ascii; ++p)
+        ascii[n++] = static_cast<char>(*p);
+    double value = 0.0;
+    std::from_chars(ascii, ascii + n, value);
+    return value;
+}
+
 }  // namespace
 
 double NmeaNumber(const char16_t* text) noexcept {
-    // Fields are at most a field buffer long; copy the number's characters to ASCII.
-    char ascii[kNmeaFieldSize + 8];
-    std::size_t n = 0;
     const char16_t* p = text;
     while (*p == u' ' || *p == u'\t')
         ++p;
@@ -37,8 +45,9 @@ double NmeaNumber(const char16_t* text) noexcept {
         negative = *p == u'-';
         ++p;
     }
-    // Mantissa digits: an exact integer and a power of ten give the correctly rounded result
-    // for everything a receiver sends; anything longer goes to from_chars.
+    const char16_t* first = p;
+    // An exact integer divided by an exact power of ten is correctly rounded, which covers
+    // everything a receiver sends.
     std::uint64_t mantissa = 0;
     int digits = 0;
     int fractionDigits = 0;
@@ -47,17 +56,12 @@ double NmeaNumber(const char16_t* text) noexcept {
     for (;; ++p) {
         if (IsDigit(*p)) {
             any = true;
-            if (n < sizeof ascii - 1)
-                ascii[n++] = static_cast<char>(*p);
             if (mantissa != 0 || *p != u'0')
                 ++digits;
             mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p - u'0');
-            if (point)
-                ++fractionDigits;
+            fractionDigits += point;
         } else if (*p == u'.' && !point) {
             point = true;
-            if (n < sizeof ascii - 1)
-                ascii[n++] = '.';
         } else {
             break;
         }
@@ -67,22 +71,18 @@ double NmeaNumber(const char16_t* text) noexcept {
     bool exponent = false;
     if (*p == u'e' || *p == u'E') {
         const char16_t* e = p + 1;
-        bool sign = *e == u'+' || *e == u'-';
-        if (IsDigit(e[sign ? 1 : 0]) && n + 2 < sizeof ascii) {
+        if (*e == u'+' || *e == u'-')
+            ++e;
+        if (IsDigit(*e)) {
             exponent = true;
-            ascii[n++] = 'e';
-            if (sign)
-                ascii[n++] = static_cast<char>(*e++);
-            for (; IsDigit(*e) && n < sizeof ascii - 1; ++e)
-                ascii[n++] = static_cast<char>(*e);
+            while (IsDigit(*e))
+                ++e;
+            p = e;
         }
     }
-    double value = 0.0;
-    if (!exponent && digits <= 15 && fractionDigits <= 22) {
-        value = static_cast<double>(mantissa) / kPowersOfTen[fractionDigits];
-    } else {
-        std::from_chars(ascii, ascii + n, value);
-    }
+    double value = !exponent && digits <= 15 && fractionDigits <= 22
+                       ? static_cast<double>(mantissa) / kPowersOfTen[fractionDigits]
+                       : SlowNumber(first, p);
     return negative ? -value : value;
 }
 
