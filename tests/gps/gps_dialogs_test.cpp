@@ -3,6 +3,7 @@
 #include "app/state/app_state.hpp"
 #include "gps/gps_data_dialog.hpp"
 #include "gps/gps_setup_dialog.hpp"
+#include "gps/port_device_setting.hpp"
 #include "gps/rmc_parser.hpp"
 #include "support/test_platform.hpp"
 
@@ -76,6 +77,21 @@ TEST(GpsDataDialog, FormatsTheFix) {
     EXPECT_EQ(texts.track, u"006\u00B0m");
     model.Close();
     EXPECT_EQ(platform.Ui().Titles(), std::vector<std::string>{"Aerix"});
+}
+
+TEST(PortDeviceSetting, SurvivesARestart) {
+    testing::TestPlatform platform;
+    g_app.PortDevice.assign(u"tcp:192.168.1.10:10110");
+    ASSERT_TRUE(SavePortDevice());
+    platform.Restart();
+    EXPECT_TRUE(g_app.PortDevice.empty());
+    LoadPortDevice();
+    EXPECT_EQ(g_app.PortDevice.view(), u"tcp:192.168.1.10:10110");
+    g_app.PortDevice.clear();
+    ASSERT_TRUE(SavePortDevice());
+    platform.Restart();
+    LoadPortDevice();
+    EXPECT_TRUE(g_app.PortDevice.empty());
 }
 
 }  // namespace
