@@ -110,6 +110,14 @@ TEST_F(GpsReaderTest, FarEndClosingIsReportedAndDisconnects) {
     EXPECT_EQ(g_app.GpsSource, kSourceNone);
 }
 
+TEST_F(GpsReaderTest, ConnectReplacesARunningSimulation) {
+    ASSERT_TRUE(StartSimulation());
+    Session({kRmc});
+    EXPECT_EQ(platform.Ui().Titles(),
+              (std::vector<std::string>{"Simulated GPS data", "Realtime GPS data", "Aerix"}));
+    EXPECT_FALSE(g_app.GpsThread.joinable());
+}
+
 TEST_F(GpsReaderTest, OpenFailuresAreReportedWithTheirStep) {
     struct Case {
         std::u16string port;
