@@ -13,7 +13,7 @@ Platform::Platform(std::filesystem::path root, Ui& ui) : root_(std::move(root)) 
     root_.ResolveForWrite("\\My Documents\\Aerix\\.");
     registry_ = std::make_unique<RegistryHive>(root_.Root() / "registry.reg");
     previous_ = Sys();
-    Sys() = Services{&root_, registry_.get(), &ui, &clock_, &hotKeys_};
+    Sys() = Services{&root_, registry_.get(), &ui, &clock_, &hotKeys_, &idleTimer_};
 }
 
 Platform::~Platform() {

@@ -9,6 +9,7 @@
 #include "platform/clock.hpp"
 #include "platform/data_root.hpp"
 #include "platform/hot_keys.hpp"
+#include "platform/idle_timer.hpp"
 #include "platform/registry.hpp"
 #include "platform/ui.hpp"
 
@@ -20,14 +21,15 @@ struct Services {
     Ui* ui = nullptr;
     Clock* clock = nullptr;
     HotKeys* hotKeys = nullptr;
+    IdleTimer* idleTimer = nullptr;
     Graphics* graphics = nullptr;  // set by the front end that draws
 };
 
 // The installed services. Every pointer is set while a Platform (or a test's stand-in) lives.
 Services& Sys();
 
-// The real services for one data root: its hive file, the system clock and a hot-key table. The
-// front end supplies the Ui. Installs itself into Sys() for its lifetime.
+// The real services for one data root: its hive file, the system clock, a hot-key table and the
+// idle timer. The front end supplies the Ui. Installs itself into Sys() for its lifetime.
 class Platform {
   public:
     Platform(std::filesystem::path root, Ui& ui);
@@ -47,6 +49,7 @@ class Platform {
     std::unique_ptr<RegistryHive> registry_;
     SystemClock clock_;
     HotKeyTable hotKeys_;
+    IdleTimer idleTimer_;
     Services previous_;
 };
 

@@ -23,6 +23,7 @@ int main(int argc, char** argv) {
     AddSettingsCommands(app, ctx);
     AddUtilitiesCommands(app, ctx);
     AddNavDataCommands(app, ctx);
+    AddGpsCommands(app, ctx);
 
     try {
         app.parse(argc, argv);

@@ -48,5 +48,6 @@ void AddMathCommands(CLI::App& app, ToolContext& ctx);
 void AddSettingsCommands(CLI::App& app, ToolContext& ctx);
 void AddUtilitiesCommands(CLI::App& app, ToolContext& ctx);
 void AddNavDataCommands(CLI::App& app, ToolContext& ctx);
+void AddGpsCommands(CLI::App& app, ToolContext& ctx);
 
 }  // namespace aerix::tools

@@ -42,7 +42,7 @@ void TestPlatform::Restart() {
 }
 
 void TestPlatform::Install() {
-    platform::Sys() = platform::Services{&data_, registry_.get(), &ui_, &clock_, &keys_};
+    platform::Sys() = platform::Services{&data_, registry_.get(), &ui_, &clock_, &keys_, &idle_};
 }
 
 std::string ReadFile(const fs::path& path) {

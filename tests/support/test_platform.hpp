@@ -1,5 +1,5 @@
-// A fresh data root in a temporary folder with the scripted Ui, a virtual clock and a hot-key
-// table installed as the platform services, and g_app reset. One per test.
+// A fresh data root in a temporary folder with the scripted Ui, a virtual clock, a hot-key table
+// and an idle timer installed as the platform services, and g_app reset. One per test.
 #pragma once
 
 #include <filesystem>
@@ -37,6 +37,7 @@ class TestPlatform {
     platform::ScriptedUi& Ui() { return ui_; }
     platform::VirtualClock& Clock() { return clock_; }
     platform::HotKeyTable& Keys() { return keys_; }
+    platform::IdleTimer& Idle() { return idle_; }
 
   private:
     void Install();
@@ -47,6 +48,7 @@ class TestPlatform {
     platform::ScriptedUi ui_;
     platform::VirtualClock clock_;
     platform::HotKeyTable keys_;
+    platform::IdleTimer idle_;
     platform::Services previous_;
 };
 

@@ -2,8 +2,14 @@
 // the whole run; every subsystem reads and writes its own group of fields in it directly.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
+#include <memory>
+#include <thread>
 
+#include "gps/fix_publisher.hpp"
+#include "gps/gps_fix.hpp"
+#include "platform/byte_source.hpp"
 #include "platform/recording_file.hpp"
 #include "platform/text.hpp"
 #include "store/nav_types.hpp"
@@ -27,19 +33,6 @@ enum GpsSourceValue : std::uint32_t {
     kSourceRealtime = 1,
     kSourceSimulated = 2,
     kSourceRecorded = 3,
-};
-
-// The current position fix. Latitude and longitude are CentiMinutes (degrees x 6000), north and
-// east positive; variation is west positive.
-struct GpsFix {
-    double latitude = 0.0;
-    double longitude = 0.0;
-    double groundSpeed = 0.0;
-    double trueTrack = 0.0;
-    double magneticVariation = 0.0;
-    double magneticTrack = 0.0;
-    WideBuf<28> positionText;
-    std::uint8_t FixVoid = 0;
 };
 
 struct AppState {
@@ -74,7 +67,8 @@ struct AppState {
     std::uint32_t GpsSource = kSourceNone;
     platform::RecordingFile GpsRecording;
 
-    // The present fix.
+    // The present fix as the user-interface thread paints it: a copy of PublishedFix taken by
+    // TakeFixSnapshot() (gps/fix_publication.hpp) before painting.
     GpsFix Fix;
 
     // Stopwatch ("Timer" dialog): the counters outlive the dialog; StopwatchTimer is the
@@ -96,6 +90,43 @@ struct AppState {
     std::uint32_t AirspaceEntryCount = 0;
     // Set at start and whenever the arrays must be reloaded before the instrument views draw.
     std::uint8_t ArraysPending = 0;
+
+    // ---- GPS feeds: receiver, playback and simulator (gps/) ----
+    // Feeds publish whole fixes here; nothing else writes it but ClearVoid.
+    FixPublisher PublishedFix;
+    // A device path, "gpsd" or "tcp:HOST:PORT" chosen in GPS setup; when set it is used instead
+    // of PortName (whose 12 characters hold only "COM1:".."COM9:" and "NavM").
+    WideBuf<256> PortDevice;
+    // The open receiver port; null when closed. Closing it ends the reader.
+    std::shared_ptr<platform::ByteSource> GpsPort;
+    // Index of the sector being flown (0 = first); the feeds reset it, the views advance it.
+    std::uint32_t ActiveSectorIndex = 0;
+    // Playback waits 100 ms between lines instead of 1000.
+    std::atomic<std::uint8_t> PlaybackFast{0};
+    // Set by the views and the waypoint dialog to end the leg being flown; cleared by the
+    // simulator.
+    std::atomic<std::uint8_t> LegChange{0};
+    // Direct-to leg (CentiMinutes, degrees true); a start latitude of 0 means none.
+    std::atomic<std::int32_t> DirectToStartLatitude{0};
+    std::atomic<std::int32_t> DirectToStartLongitude{0};
+    std::atomic<std::int32_t> DirectToCourse{0};
+    // Distance flown on the current simulated leg, radians of arc (simulator thread only).
+    double SimulatedDistance = 0.0;
+    // Simulator steps since the simulation started, and its screen position and offsets.
+    std::atomic<std::uint32_t> SimulatorStepCount{0};
+    int SimulatorScreenX = 120;
+    int SimulatorScreenY = 120;
+    int SimulatorOffsetX = 0;
+    int SimulatorOffsetY = 0;
+    // The AERIX/HSI drawing thread is running: feeds then leave the fix alone.
+    std::atomic<bool> InstrumentDrawingRunning{false};
+    // Feed threads: the receiver and the simulator share one slot, playback has its own. A feed
+    // that stops itself parks its thread in the retired slot, joined at the next start or stop.
+    // Keep these last: destruction joins them before the fields they use go away.
+    std::jthread GpsThread;
+    std::jthread PlaybackThread;
+    std::jthread RetiredGpsThread;
+    std::jthread RetiredPlaybackThread;
 };
 
 extern AppState g_app;

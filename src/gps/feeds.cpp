@@ -1,0 +1,182 @@
+#include "gps/feeds.hpp"
+
+#include <mutex>
+#include <thread>
+
+#include "app/state/app_state.hpp"
+#include "gps/gps_port.hpp"
+#include "gps/playback.hpp"
+#include "gps/simulator.hpp"
+#include "platform/message_box.hpp"
+#include "platform/services.hpp"
+
+namespace aerix {
+
+std::mutex& FeedSlotMutex() {
+    static std::mutex m;
+    return m;
+}
+
+namespace {
+
+std::mutex& FeedMutex() {
+    return FeedSlotMutex();
+}
+
+bool FeedViewShown(const char* warning) {
+    if (g_app.ViewMode == kViewInstruments || g_app.ViewMode == kViewMap)
+        return true;
+    platform::ShowNotice(warning, "Warning");
+    return false;
+}
+
+void SetSource(std::uint32_t source) {
+    g_app.GpsSource = source;
+    platform::Sys().ui->SetTitle(SourceTitle(source));
+}
+
+// Takes the thread out of its slot with a stop requested. Called under the feed lock.
+std::jthread Take(std::jthread& slot) {
+    std::jthread taken = std::move(slot);
+    if (taken.joinable())
+        taken.request_stop();
+    return taken;
+}
+
+// Waits for a taken thread to end, unless it is the calling thread itself: that one is parked
+// and joined later, once it has returned.
+void Finish(std::jthread taken, std::jthread& retired) {
+    if (!taken.joinable())
+        return;
+    if (taken.get_id() == std::this_thread::get_id()) {
+        std::jthread older;
+        {
+            std::lock_guard lock(FeedMutex());
+            older = std::move(retired);
+            retired = std::move(taken);
+        }
+        if (older.joinable() && older.get_id() != std::this_thread::get_id())
+            older.join();
+        return;
+    }
+    taken.join();
+}
+
+void JoinRetired(std::jthread& retired) {
+    std::jthread old;
+    {
+        std::lock_guard lock(FeedMutex());
+        old = std::move(retired);
+    }
+    if (old.joinable() && old.get_id() != std::this_thread::get_id())
+        old.join();
+}
+
+}  // namespace
+
+const char* SourceTitle(unsigned source) {
+    switch (source) {
+        case kSourceRealtime:
+            return "Realtime GPS data";
+        case kSourceSimulated:
+            return "Simulated GPS data";
+        case kSourceRecorded:
+            return "Recorded GPS data";
+        default:
+            return "Aerix";
+    }
+}
+
+bool ConnectGps() {
+    if (!FeedViewShown("Select Map, HSI or AERIX view before connecting GPS"))
+        return false;
+    JoinRetired(g_app.RetiredGpsThread);
+    std::jthread previous;
+    {
+        std::lock_guard lock(FeedMutex());
+        previous = Take(g_app.GpsThread);
+    }
+    // A reader still running owns the old port; closing it ends the reader.
+    CloseGpsPort();
+    Finish(std::move(previous), g_app.RetiredGpsThread);
+    {
+        std::lock_guard lock(FeedMutex());
+        SetSource(kSourceRealtime);
+        g_app.ActiveSectorIndex = 0;
+    }
+    return OpenGpsPort() == 0;
+}
+
+bool StartSimulation() {
+    if (!FeedViewShown("Select Map, HSI or AERIX view before starting simulation"))
+        return false;
+    JoinRetired(g_app.RetiredGpsThread);
+    std::lock_guard lock(FeedMutex());
+    // A running feed (the receiver or a simulation) is not replaced.
+    if (g_app.GpsThread.joinable())
+        return false;
+    g_app.SimulatorStepCount.store(0);
+    g_app.ActiveSectorIndex = 0;
+    g_app.GpsThread = std::jthread([](std::stop_token stop) { SimulatorThread(stop); });
+    SetSource(kSourceSimulated);
+    g_app.SimulatorScreenX = 120;
+    g_app.SimulatorScreenY = 120;
+    g_app.SimulatorOffsetX = 0;
+    g_app.SimulatorOffsetY = 0;
+    return true;
+}
+
+bool StartPlayback(bool fast) {
+    if (!FeedViewShown("Select Map, HSI or AERIX view before GPS data playback"))
+        return false;
+    // Only "Stop playback" clears the fast flag, so a normal start after a fast one stays fast.
+    if (fast)
+        g_app.PlaybackFast.store(1);
+    JoinRetired(g_app.RetiredPlaybackThread);
+    std::jthread previous;
+    {
+        std::lock_guard lock(FeedMutex());
+        previous = Take(g_app.PlaybackThread);
+    }
+    Finish(std::move(previous), g_app.RetiredPlaybackThread);
+    std::lock_guard lock(FeedMutex());
+    SetSource(kSourceRecorded);
+    g_app.ActiveSectorIndex = 0;
+    g_app.PlaybackThread = std::jthread(PlaybackThread);
+    return true;
+}
+
+void DisconnectGps() {
+    std::jthread taken;
+    {
+        std::lock_guard lock(FeedMutex());
+        SetSource(kSourceNone);
+        taken = Take(g_app.GpsThread);
+    }
+    CloseGpsPort();
+    g_app.GpsRecording.Close();
+    Finish(std::move(taken), g_app.RetiredGpsThread);
+}
+
+void StopSimulation() {
+    std::jthread taken;
+    {
+        std::lock_guard lock(FeedMutex());
+        SetSource(kSourceNone);
+        taken = Take(g_app.GpsThread);
+    }
+    Finish(std::move(taken), g_app.RetiredGpsThread);
+}
+
+void StopPlayback() {
+    std::jthread taken;
+    {
+        std::lock_guard lock(FeedMutex());
+        SetSource(kSourceNone);
+        g_app.PlaybackFast.store(0);
+        taken = Take(g_app.PlaybackThread);
+    }
+    Finish(std::move(taken), g_app.RetiredPlaybackThread);
+}
+
+}  // namespace aerix

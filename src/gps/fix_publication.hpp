@@ -1,0 +1,15 @@
+// The painting side of the fix: feeds publish whole fixes to g_app.PublishedFix, and the
+// user-interface thread copies the latest one into g_app.Fix before it paints, so every view
+// draws from one consistent fix.
+#pragma once
+
+namespace aerix {
+
+// g_app.Fix = the fix last published.
+void TakeFixSnapshot();
+
+// The instrument view has shown its "INVALID GPS SIGNAL" banner: clears FixVoid in both copies,
+// so the banner shows once per void sentence or time-out.
+void AcknowledgeVoidFix();
+
+}  // namespace aerix

@@ -1,0 +1,27 @@
+// The "GPS data" dialog: the present position, ground speed and magnetic track, refreshed each
+// second.
+#pragma once
+
+#include <string>
+
+namespace aerix {
+
+inline constexpr const char* kGpsDataTitle = "GPS data";
+inline constexpr int kGpsDataTimerId = 1;
+inline constexpr int kGpsDataTimerMs = 1000;
+
+struct GpsDataTexts {
+    std::u16string position;  // the fix's position text
+    std::u16string speed;     // "%1.0f Kts"
+    std::u16string track;     // "%03.0f°m"
+};
+
+class GpsDataDialogModel {
+  public:
+    // The three texts from the latest fix.
+    GpsDataTexts Texts() const;
+    // On closing: the navigation-bar title goes back to "Aerix".
+    void Close();
+};
+
+}  // namespace aerix

@@ -1,0 +1,17 @@
+// The receiver's reader thread: bytes into lines, RMC lines recorded and parsed, a silent port
+// shown as a void fix.
+#pragma once
+
+#include <memory>
+#include <stop_token>
+
+#include "platform/byte_source.hpp"
+
+namespace aerix {
+
+// Runs until the port is closed, a stop is requested, or a read fails (reported, and then
+// "Disconnect GPS" is sent). Starts from the fix last published.
+void GpsReaderThread(std::stop_token stop, std::shared_ptr<platform::ByteSource> port,
+                     int readTimeoutMs);
+
+}  // namespace aerix

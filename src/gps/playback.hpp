@@ -1,0 +1,26 @@
+// Playback of the recorded GPS file through the same line handling as the receiver, one line a
+// second (or ten a second when fast).
+#pragma once
+
+#include <functional>
+#include <istream>
+#include <stop_token>
+#include <string_view>
+
+#include "gps/gps_fix.hpp"
+
+namespace aerix {
+
+inline constexpr int kPlaybackNormalMs = 1000;
+inline constexpr int kPlaybackFastMs = 100;
+
+// Feeds a stream through the line handling into fix. After each completed line `afterLine` is
+// called with whether the parser ran; it returns false to stop. Returns false when stopped.
+bool PlayNmeaStream(std::istream& in, GpsFix& fix,
+                    const std::function<bool(std::string_view line, bool parsed)>& afterLine);
+
+// The playback thread: plays "\My Documents\GpsData.txt", then sends "Stop playback" (at once
+// when the file is missing). A stop request ends it at its next pause, without the command.
+void PlaybackThread(std::stop_token stop);
+
+}  // namespace aerix

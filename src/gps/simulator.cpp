@@ -1,0 +1,105 @@
+#include "gps/simulator.hpp"
+
+#include <cmath>
+#include <mutex>
+
+#include "app/state/app_state.hpp"
+#include "gps/position_text.hpp"
+#include "gps/simulation_step.hpp"
+#include "platform/services.hpp"
+
+namespace aerix {
+
+namespace {
+
+std::mutex& SourceMutex() {
+    static std::mutex m;
+    return m;
+}
+
+SimLegSource& Source() {
+    static SimLegSource source;
+    return source;
+}
+
+void Invalidate() {
+    if (auto* ui = platform::Sys().ui)
+        ui->InvalidateMainWindow(false);
+}
+
+}  // namespace
+
+void SetSimLegSource(SimLegSource source) {
+    std::lock_guard lock(SourceMutex());
+    Source() = std::move(source);
+}
+
+SimLegSource CurrentSimLegSource() {
+    std::lock_guard lock(SourceMutex());
+    return Source();
+}
+
+bool HasSimLegSource() {
+    std::lock_guard lock(SourceMutex());
+    return static_cast<bool>(Source().readLeg);
+}
+
+void SimulatorThread(std::stop_token stop, SimStepObserver observer) {
+    SimLegSource source = CurrentSimLegSource();
+    GpsFix fix = g_app.PublishedFix.Snapshot();
+    int legIndex = 0;
+    SimLeg leg;  // speed and variation carry over to a direct-to leg
+    while (!stop.stop_requested()) {
+        std::int32_t startLatitude = 0;
+        std::int32_t startLongitude = 0;
+        double course = 0.0;
+        std::int32_t directLatitude = g_app.DirectToStartLatitude.load();
+        if (directLatitude != 0) {
+            startLatitude = directLatitude;
+            startLongitude = g_app.DirectToStartLongitude.load();
+            course = g_app.DirectToCourse.load();
+        } else {
+            if (!source.readLeg || !source.readLeg(legIndex, &leg))
+                break;
+            startLatitude = leg.startLatitude;
+            startLongitude = leg.startLongitude;
+            course = leg.trueCourse;
+            fix.groundSpeed = leg.groundSpeed;
+        }
+        fix.trueTrack = course;
+        fix.magneticTrack = std::fmod(course + leg.magneticVariation, 360.0);
+        if (fix.magneticTrack < 0)
+            fix.magneticTrack += 360.0;
+
+        double latitude = 0.0;
+        double longitude = 0.0;
+        SimulationStep(startLatitude, startLongitude, course, 0, 1, latitude, longitude, stop);
+        g_app.SimulatorStepCount.fetch_add(1);
+        fix.latitude = startLatitude;
+        fix.longitude = startLongitude;
+        g_app.PublishedFix.Publish(fix);
+        if (observer)
+            observer(legIndex);
+        if (stop.stop_requested())
+            break;
+
+        while (g_app.LegChange.load() == 0 && !stop.stop_requested()) {
+            SimulationStep(startLatitude, startLongitude, fix.trueTrack, leg.groundSpeed, 0,
+                           fix.latitude, fix.longitude, stop);
+            g_app.SimulatorStepCount.fetch_add(1);
+            fix.positionText.assign(PositionText(fix.latitude, fix.longitude));
+            g_app.PublishedFix.Publish(fix);
+            Invalidate();
+            if (observer)
+                observer(legIndex);
+        }
+        if (stop.stop_requested())
+            break;
+        int count = source.sectorCount ? source.sectorCount() : 0;
+        if (legIndex < count - 1)
+            ++legIndex;
+        g_app.LegChange.store(0);
+    }
+}
+
+}  // namespace aerix

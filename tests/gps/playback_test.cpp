@@ -1,0 +1,100 @@
+#include <gtest/gtest.h>
+
+#include <future>
+
+#include "app/state/app_state.hpp"
+#include "gps/feed_commands.hpp"
+#include "gps/feeds.hpp"
+#include "support/test_platform.hpp"
+
+namespace aerix {
+namespace {
+
+const std::string kRmc = "$GPRMC,123519,A,4807.038,N,01131.000,E,022.4,084.4,230394,003.1,W*6A\r\n";
+
+class PlaybackTest : public ::testing::Test {
+  protected:
+    PlaybackTest() {
+        g_app.ViewMode = kViewInstruments;
+        SetFeedCommandSink([this](FeedCommand c) {
+            StopPlayback();  // as the main window does with the command
+            stopped.set_value(c);
+        });
+    }
+    ~PlaybackTest() override { SetFeedCommandSink({}); }
+    FeedCommand WaitForStop() {
+        auto f = stopped.get_future();
+        EXPECT_EQ(f.wait_for(std::chrono::seconds(10)), std::future_status::ready);
+        return f.get();
+    }
+    void Record(const std::string& bytes) {
+        testing::WriteFile(platform.Data().ResolveForWrite("\\My Documents\\GpsData.txt"), bytes);
+    }
+
+    testing::TestPlatform platform;
+    std::promise<FeedCommand> stopped;
+};
+
+TEST_F(PlaybackTest, PacesEveryLineAndParsesOnlyRmc) {
+    struct Case {
+        bool fast;
+        std::int64_t pauseMs;
+    } cases[] = {{false, 1000}, {true, 100}};
+    for (const auto& c : cases) {
+        std::string file;
+        for (int i = 0; i < 60; ++i)
+            file += kRmc;
+        file += "$GPGGA,1,2,3\r\n";  // other lines slow playback down, and are not parsed
+        Record(file + "$GPRMC,partial");
+        int invalidations = platform.Ui().InvalidateCount();
+        std::int64_t slept = platform.Clock().SleptMs();
+        stopped = {};
+        ASSERT_TRUE(StartPlayback(c.fast));
+        EXPECT_EQ(WaitForStop(), FeedCommand::StopPlayback);
+        EXPECT_EQ(platform.Clock().SleptMs() - slept, 61 * c.pauseMs);
+        EXPECT_EQ(platform.Ui().InvalidateCount() - invalidations, 60);
+        EXPECT_EQ(g_app.GpsSource, kSourceNone);
+        EXPECT_EQ(g_app.PlaybackFast.load(), 0);
+        EXPECT_DOUBLE_EQ(g_app.PublishedFix.Snapshot().latitude, 288703.8);
+    }
+    auto titles = platform.Ui().Titles();
+    EXPECT_EQ(titles.front(), "Recorded GPS data");
+    EXPECT_EQ(titles.back(), "Aerix");
+}
+
+TEST_F(PlaybackTest, MissingFileStopsAtOnce) {
+    ASSERT_TRUE(StartPlayback(false));
+    EXPECT_EQ(WaitForStop(), FeedCommand::StopPlayback);
+    EXPECT_EQ(platform.Clock().SleepCount(), 0);
+    EXPECT_EQ(g_app.GpsSource, kSourceNone);
+}
+
+TEST_F(PlaybackTest, FastFlagSurvivesANormalStartUntilStopped) {
+    Record(kRmc);
+    ASSERT_TRUE(StartPlayback(true));
+    WaitForStop();
+    g_app.PlaybackFast.store(1);  // a fast playback that was never stopped
+    stopped = {};
+    std::int64_t slept = platform.Clock().SleptMs();
+    ASSERT_TRUE(StartPlayback(false));
+    WaitForStop();
+    EXPECT_EQ(platform.Clock().SleptMs() - slept, 100);
+}
+
+TEST_F(PlaybackTest, FeedsRefuseOutsideTheMapAndInstrumentViews) {
+    g_app.ViewMode = kViewPlan;
+    EXPECT_FALSE(StartPlayback(false));
+    EXPECT_FALSE(StartSimulation());
+    EXPECT_FALSE(ConnectGps());
+    auto boxes = platform.Ui().Boxes();
+    ASSERT_EQ(boxes.size(), 3u);
+    EXPECT_EQ(boxes[0].text, "Select Map, HSI or AERIX view before GPS data playback");
+    EXPECT_EQ(boxes[1].text, "Select Map, HSI or AERIX view before starting simulation");
+    EXPECT_EQ(boxes[2].text, "Select Map, HSI or AERIX view before connecting GPS");
+    EXPECT_EQ(boxes[2].caption, "Warning");
+    EXPECT_EQ(g_app.GpsSource, kSourceNone);
+    EXPECT_TRUE(platform.Ui().Titles().empty());
+}
+
+}  // namespace
+}  // namespace aerix
