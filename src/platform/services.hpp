@@ -8,6 +8,7 @@
 #include "platform/clock.hpp"
 #include "platform/data_root.hpp"
 #include "platform/hot_keys.hpp"
+#include "platform/object_store.hpp"
 #include "platform/registry.hpp"
 #include "platform/ui.hpp"
 
@@ -19,12 +20,14 @@ struct Services {
     Ui* ui = nullptr;
     Clock* clock = nullptr;
     HotKeys* hotKeys = nullptr;
+    ObjectStore* store = nullptr;
 };
 
 // The installed services. Every pointer is set while a Platform (or a test's stand-in) lives.
 Services& Sys();
 
-// The real services for one data root: its hive file, the system clock and a hot-key table. The
+// The real services for one data root: its hive file, its object store (objectstore.sqlite), the
+// system clock and a hot-key table. The
 // front end supplies the Ui. Installs itself into Sys() for its lifetime.
 class Platform {
   public:
@@ -36,6 +39,7 @@ class Platform {
     DataRoot& Root() { return root_; }
     RegistryHive& Registry() { return *registry_; }
     HotKeyTable& Keys() { return hotKeys_; }
+    ObjectStore& Store() { return *store_; }
 
     // Shows the hive's one-time load notice, if any, through the Ui.
     void ReportLoadProblems();
@@ -45,6 +49,7 @@ class Platform {
     std::unique_ptr<RegistryHive> registry_;
     SystemClock clock_;
     HotKeyTable hotKeys_;
+    std::unique_ptr<ObjectStore> store_;
     Services previous_;
 };
 

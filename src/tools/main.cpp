@@ -21,6 +21,7 @@ int main(int argc, char** argv) {
 
     AddMathCommands(app, ctx);
     AddSettingsCommands(app, ctx);
+    AddStoreCommands(app, ctx);
 
     try {
         app.parse(argc, argv);

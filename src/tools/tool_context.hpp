@@ -46,5 +46,6 @@ class ToolContext {
 // Each command group adds its subcommands.
 void AddMathCommands(CLI::App& app, ToolContext& ctx);
 void AddSettingsCommands(CLI::App& app, ToolContext& ctx);
+void AddStoreCommands(CLI::App& app, ToolContext& ctx);
 
 }  // namespace aerix::tools

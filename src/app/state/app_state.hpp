@@ -4,8 +4,10 @@
 
 #include <cstdint>
 
+#include "platform/prop_val.hpp"
 #include "platform/recording_file.hpp"
 #include "platform/text.hpp"
+#include "store/records.hpp"
 
 namespace aerix {
 
@@ -74,6 +76,14 @@ struct AppState {
 
     // The present fix.
     GpsFix Fix;
+
+    // Record store: the databases opened, the nav volume and search, the current aircraft.
+    std::uint32_t LastOpenedDatabaseId = 0;  // object id of the database last opened (0: failed)
+    std::uint32_t NavVolumeGuid = 0;         // the mounted nav database volume, 0 when none
+    std::uint32_t NavSearchKey =             // the nav property the waypoint search matches
+        platform::MakePropId(100, platform::kCevtLpwstr);
+    std::uint32_t PlanSectorCount = 0;  // sectors of the loaded plan (kept by plan management)
+    AircraftRecord CurrentAircraft;     // the aircraft named by AircraftReg, read at start
 };
 
 extern AppState g_app;
