@@ -24,6 +24,8 @@ StoreError LastStoreError() {
 
 // --- DbHandle ---------------------------------------------------------------------------------
 
+DbHandle::DbHandle() = default;
+
 DbHandle::DbHandle(std::unique_ptr<DbCursor> cursor) : cursor_(std::move(cursor)) {}
 
 DbHandle::~DbHandle() {

@@ -25,7 +25,7 @@ StoreError LastStoreError();
 // An open database, positioned on one of its records (or past the last one).
 class DbHandle {
   public:
-    DbHandle() = default;
+    DbHandle();
     ~DbHandle();
     DbHandle(DbHandle&&) noexcept;
     DbHandle& operator=(DbHandle&&) noexcept;
