@@ -12,8 +12,15 @@ Platform::Platform(std::filesystem::path root, Ui& ui) : root_(std::move(root)) 
     // The program's own folder, spelled as the program names it; lookups ignore case.
     root_.ResolveForWrite("\\My Documents\\Aerix\\.");
     registry_ = std::make_unique<RegistryHive>(root_.Root() / "registry.reg");
+    store_ = std::make_unique<ObjectStore>(root_.Root() / "objectstore.sqlite");
     previous_ = Sys();
-    Sys() = Services{&root_, registry_.get(), &ui, &clock_, &hotKeys_, &idleTimer_};
+    Sys() = Services{.root = &root_,
+                     .registry = registry_.get(),
+                     .ui = &ui,
+                     .clock = &clock_,
+                     .hotKeys = &hotKeys_,
+                     .idleTimer = &idleTimer_,
+                     .store = store_.get()};
 }
 
 Platform::~Platform() {

@@ -10,6 +10,7 @@
 #include "platform/data_root.hpp"
 #include "platform/hot_keys.hpp"
 #include "platform/idle_timer.hpp"
+#include "platform/object_store.hpp"
 #include "platform/registry.hpp"
 #include "platform/ui.hpp"
 
@@ -23,13 +24,15 @@ struct Services {
     HotKeys* hotKeys = nullptr;
     IdleTimer* idleTimer = nullptr;
     Graphics* graphics = nullptr;  // set by the front end that draws
+    ObjectStore* store = nullptr;
 };
 
 // The installed services. Every pointer is set while a Platform (or a test's stand-in) lives.
 Services& Sys();
 
-// The real services for one data root: its hive file, the system clock, a hot-key table and the
-// idle timer. The front end supplies the Ui. Installs itself into Sys() for its lifetime.
+// The real services for one data root: its hive file, its object store (objectstore.sqlite), the
+// system clock, a hot-key table and the idle timer. The front end supplies the Ui (and the
+// graphics, when it draws). Installs itself into Sys() for its lifetime.
 class Platform {
   public:
     Platform(std::filesystem::path root, Ui& ui);
@@ -40,6 +43,7 @@ class Platform {
     DataRoot& Root() { return root_; }
     RegistryHive& Registry() { return *registry_; }
     HotKeyTable& Keys() { return hotKeys_; }
+    ObjectStore& Store() { return *store_; }
 
     // Shows the hive's one-time load notice, if any, through the Ui.
     void ReportLoadProblems();
@@ -50,6 +54,7 @@ class Platform {
     SystemClock clock_;
     HotKeyTable hotKeys_;
     IdleTimer idleTimer_;
+    std::unique_ptr<ObjectStore> store_;
     Services previous_;
 };
 

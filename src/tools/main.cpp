@@ -24,6 +24,7 @@ int main(int argc, char** argv) {
     AddUtilitiesCommands(app, ctx);
     AddNavDataCommands(app, ctx);
     AddGpsCommands(app, ctx);
+    AddStoreCommands(app, ctx);
 
     try {
         app.parse(argc, argv);

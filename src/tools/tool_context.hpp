@@ -49,5 +49,6 @@ void AddSettingsCommands(CLI::App& app, ToolContext& ctx);
 void AddUtilitiesCommands(CLI::App& app, ToolContext& ctx);
 void AddNavDataCommands(CLI::App& app, ToolContext& ctx);
 void AddGpsCommands(CLI::App& app, ToolContext& ctx);
+void AddStoreCommands(CLI::App& app, ToolContext& ctx);
 
 }  // namespace aerix::tools

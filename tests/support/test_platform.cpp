@@ -26,6 +26,7 @@ TempDir::~TempDir() {
 TestPlatform::TestPlatform() : data_(dir_.Path()) {
     previous_ = platform::Sys();
     registry_ = std::make_unique<platform::RegistryHive>(dir_.Path() / "registry.reg");
+    store_ = std::make_unique<platform::ObjectStore>(dir_.Path() / "objectstore.sqlite");
     Install();
     ResetAppState();
 }
@@ -37,12 +38,20 @@ TestPlatform::~TestPlatform() {
 
 void TestPlatform::Restart() {
     registry_ = std::make_unique<platform::RegistryHive>(dir_.Path() / "registry.reg");
+    store_.reset();
+    store_ = std::make_unique<platform::ObjectStore>(dir_.Path() / "objectstore.sqlite");
     Install();
     ResetAppState();
 }
 
 void TestPlatform::Install() {
-    platform::Sys() = platform::Services{&data_, registry_.get(), &ui_, &clock_, &keys_, &idle_};
+    platform::Sys() = platform::Services{.root = &data_,
+                                         .registry = registry_.get(),
+                                         .ui = &ui_,
+                                         .clock = &clock_,
+                                         .hotKeys = &keys_,
+                                         .idleTimer = &idle_,
+                                         .store = store_.get()};
 }
 
 std::string ReadFile(const fs::path& path) {

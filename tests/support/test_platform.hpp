@@ -28,7 +28,8 @@ class TestPlatform {
     TestPlatform();
     ~TestPlatform();
 
-    // A restart: the hive is read again from its file and g_app is reset.
+    // A restart: the hive and the object store are opened again from their files and g_app is
+    // reset.
     void Restart();
 
     const std::filesystem::path& Root() const { return dir_.Path(); }
@@ -38,6 +39,7 @@ class TestPlatform {
     platform::VirtualClock& Clock() { return clock_; }
     platform::HotKeyTable& Keys() { return keys_; }
     platform::IdleTimer& Idle() { return idle_; }
+    platform::ObjectStore& Store() { return *store_; }
 
   private:
     void Install();
@@ -49,6 +51,7 @@ class TestPlatform {
     platform::VirtualClock clock_;
     platform::HotKeyTable keys_;
     platform::IdleTimer idle_;
+    std::unique_ptr<platform::ObjectStore> store_;
     platform::Services previous_;
 };
 

@@ -10,9 +10,11 @@
 #include "gps/fix_publisher.hpp"
 #include "gps/gps_fix.hpp"
 #include "platform/byte_source.hpp"
+#include "platform/prop_val.hpp"
 #include "platform/recording_file.hpp"
 #include "platform/text.hpp"
 #include "store/nav_types.hpp"
+#include "store/records.hpp"
 
 namespace aerix {
 
@@ -90,6 +92,14 @@ struct AppState {
     std::uint32_t AirspaceEntryCount = 0;
     // Set at start and whenever the arrays must be reloaded before the instrument views draw.
     std::uint8_t ArraysPending = 0;
+
+    // Record store: the databases opened, the nav volume and search, the current aircraft.
+    std::uint32_t LastOpenedDatabaseId = 0;  // object id of the database last opened (0: failed)
+    std::uint32_t NavVolumeGuid = 0;         // the mounted nav database volume, 0 when none
+    std::uint32_t NavSearchKey =             // the nav property the waypoint search matches
+        platform::MakePropId(100, platform::kCevtLpwstr);
+    std::uint32_t PlanSectorCount = 0;  // sectors of the loaded plan (kept by plan management)
+    AircraftRecord CurrentAircraft;     // the aircraft named by AircraftReg, read at start
 
     // ---- GPS feeds: receiver, playback and simulator (gps/) ----
     // Feeds publish whole fixes here; nothing else writes it but ClearVoid.

@@ -1,0 +1,23 @@
+// The built-in data set: six aircraft with their loading stations and envelopes, four calibrated
+// charts and a four-level wind table, each written only into a database that is created now.
+#pragma once
+
+#include <span>
+
+#include "store/records.hpp"
+
+namespace aerix {
+
+// Makes sure "Aircraft", "Stations", "Envelopes", "Maps" and "WindTable" exist, filling those it
+// creates. With "Aircraft" already there, reads the aircraft named by g_app.AircraftReg into
+// g_app.CurrentAircraft.
+void CreateDefaultData();
+
+// The default rows, in the order they are written.
+std::span<const AircraftRecord> DefaultAircraft();
+std::span<const StationRecord> DefaultStations();
+std::span<const EnvelopePointRecord> DefaultEnvelopePoints();
+std::span<const MapRecord> DefaultMaps();
+std::span<const WindRecord> DefaultWinds();
+
+}  // namespace aerix

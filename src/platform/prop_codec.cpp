@@ -1,0 +1,154 @@
+#include "platform/prop_codec.hpp"
+
+#include <bit>
+#include <cstring>
+#include <type_traits>
+
+namespace aerix::platform {
+
+static_assert(std::endian::native == std::endian::little,
+              "the stored record form is little-endian and copied as is");
+
+namespace {
+
+template <typename T>
+void Put(std::vector<std::uint8_t>& out, const T& v) {
+    auto at = out.size();
+    out.resize(at + sizeof(T));
+    std::memcpy(out.data() + at, &v, sizeof(T));
+}
+
+class Reader {
+  public:
+    explicit Reader(std::span<const std::uint8_t> blob) : blob_(blob) {}
+    bool done() const { return at_ == blob_.size(); }
+
+    template <typename T>
+    bool Get(T& v) {
+        if (blob_.size() - at_ < sizeof(T))
+            return false;
+        std::memcpy(&v, blob_.data() + at_, sizeof(T));
+        at_ += sizeof(T);
+        return true;
+    }
+    bool GetBytes(void* to, std::size_t n) {
+        if (blob_.size() - at_ < n)
+            return false;
+        if (n)
+            std::memcpy(to, blob_.data() + at_, n);
+        at_ += n;
+        return true;
+    }
+
+  private:
+    std::span<const std::uint8_t> blob_;
+    std::size_t at_ = 0;
+};
+
+}  // namespace
+
+void EncodeProps(std::span<const PropVal> props, std::vector<std::uint8_t>& out) {
+    out.clear();
+    for (const PropVal& p : props) {
+        Put(out, p.propId);
+        std::visit(
+            [&out](const auto& v) {
+                using T = std::decay_t<decltype(v)>;
+                if constexpr (std::is_same_v<T, bool>) {
+                    Put(out, static_cast<std::uint8_t>(v ? 1 : 0));
+                } else if constexpr (std::is_same_v<T, std::u16string>) {
+                    Put(out, static_cast<std::uint32_t>(v.size()));
+                    auto at = out.size();
+                    out.resize(at + v.size() * sizeof(char16_t));
+                    if (!v.empty())
+                        std::memcpy(out.data() + at, v.data(), v.size() * sizeof(char16_t));
+                } else if constexpr (std::is_same_v<T, std::vector<std::uint8_t>>) {
+                    Put(out, static_cast<std::uint32_t>(v.size()));
+                    out.insert(out.end(), v.begin(), v.end());
+                } else {
+                    Put(out, v);
+                }
+            },
+            p.value);
+    }
+}
+
+bool DecodeProps(std::span<const std::uint8_t> blob, std::vector<PropVal>& out) {
+    out.clear();
+    Reader r(blob);
+    while (!r.done()) {
+        std::uint32_t id = 0;
+        if (!r.Get(id))
+            return false;
+        PropVal& p = out.emplace_back();
+        p.propId = id;
+        bool ok = true;
+        switch (PropType(id)) {
+            case kCevtI2: {
+                std::int16_t v = 0;
+                ok = r.Get(v);
+                p.value = v;
+                break;
+            }
+            case kCevtUi2: {
+                std::uint16_t v = 0;
+                ok = r.Get(v);
+                p.value = v;
+                break;
+            }
+            case kCevtI4: {
+                std::int32_t v = 0;
+                ok = r.Get(v);
+                p.value = v;
+                break;
+            }
+            case kCevtUi4: {
+                std::uint32_t v = 0;
+                ok = r.Get(v);
+                p.value = v;
+                break;
+            }
+            case kCevtR8: {
+                double v = 0;
+                ok = r.Get(v);
+                p.value = v;
+                break;
+            }
+            case kCevtBool: {
+                std::uint8_t v = 0;
+                ok = r.Get(v);
+                p.value = v != 0;
+                break;
+            }
+            case kCevtLpwstr: {
+                std::uint32_t n = 0;
+                ok = r.Get(n) && n <= blob.size();
+                if (ok) {
+                    std::u16string text(n, u'\0');
+                    ok = r.GetBytes(text.data(), n * sizeof(char16_t));
+                    p.value = std::move(text);
+                }
+                break;
+            }
+            case kCevtBlob: {
+                std::uint32_t n = 0;
+                ok = r.Get(n) && n <= blob.size();
+                if (ok) {
+                    std::vector<std::uint8_t> bytes(n);
+                    ok = r.GetBytes(bytes.data(), n);
+                    p.value = std::move(bytes);
+                }
+                break;
+            }
+            default:
+                ok = false;
+        }
+        if (!ok) {
+            out.pop_back();
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace aerix::platform

@@ -1,0 +1,307 @@
+#include "store/record_store.hpp"
+
+#include <mutex>
+
+#include "app/state/app_state.hpp"
+#include "platform/message_box.hpp"
+#include "platform/services.hpp"
+#include "store/record_props.hpp"
+
+namespace aerix {
+
+using platform::DatabaseInfo;
+using platform::kObjectStoreVolume;
+using platform::PropVal;
+using platform::SortOrder;
+using platform::VolumeGuid;
+
+namespace {
+
+platform::ObjectStore& Store() {
+    return *platform::Sys().store;
+}
+
+VolumeGuid NavVolume() {
+    return VolumeGuid{g_app.NavVolumeGuid};
+}
+
+CeOid Create(std::u16string_view name, std::uint32_t type, std::vector<SortOrder> sorts,
+             std::uint16_t flags) {
+    DatabaseInfo info;
+    info.name = std::u16string(name);
+    info.type = type;
+    info.flags = flags;
+    info.sorts = std::move(sorts);
+    return Store().CreateDatabase(kObjectStoreVolume, info);
+}
+
+DbHandle OpenIn(VolumeGuid volume, std::u16string_view name, std::uint32_t sortProp,
+                std::uint32_t* recordCount, const char* failure) {
+    DbHandle h = Store().OpenDatabase(volume, name, sortProp, platform::kOpenAutoIncrement);
+    g_app.LastOpenedDatabaseId = h.DatabaseOid();
+    if (!h) {
+        if (failure)
+            platform::ShowError(failure);
+        return h;
+    }
+    if (recordCount) {
+        auto info = Store().OidGetInfo(volume, h.DatabaseOid());
+        *recordCount = info ? info->recordCount : 0;
+    }
+    return h;
+}
+
+template <typename Record>
+CeOid ReadRecord(DbHandle& h, std::uint32_t mode, std::uint32_t value, Record& r) {
+    if (!h || h.Seek(mode, value) == 0)
+        return 0;
+    thread_local std::vector<PropVal> props;
+    CeOid oid = h.Read(props);
+    if (oid != 0)
+        FromProps(props, r);
+    return oid;
+}
+
+template <typename Record>
+CeOid WriteRecord(DbHandle& h, const Record& r, CeOid oid) {
+    CeOid written = h ? h.Write(oid, ToProps(r)) : 0;
+    if (written == 0)
+        platform::ShowError("Record write failed");
+    return written;
+}
+
+bool DeleteAt(DbHandle h, std::uint32_t index) {
+    if (!h)
+        return false;
+    CeOid oid = h.Seek(platform::kSeekBeginning, index);
+    return oid != 0 && h.DeleteRecord(oid);
+}
+
+std::mutex g_hookMutex;
+std::function<void()> g_sectorDeletedHook;
+
+}  // namespace
+
+// --- create ---
+
+CeOid CreateDatabase(std::u16string_view name, std::uint32_t type, std::uint32_t sortProp) {
+    return Create(name, type, {{sortProp, 0}}, schema::kCreateFlags);
+}
+
+CeOid CreatePlanDatabase(std::u16string_view name) {
+    return CreateDatabase(name, schema::kPlanType, schema::kSecNumber);
+}
+
+CeOid CreateWindDatabase(std::u16string_view name) {
+    return CreateDatabase(name, schema::kWindType, schema::kWindAltitude);
+}
+
+CeOid CreateMapsDatabase() {
+    return CreateDatabase(schema::kMapsName, schema::kMapsType, schema::kMapPath);
+}
+
+CeOid CreateAircraftDatabase() {
+    return CreateDatabase(schema::kAircraftName, schema::kAircraftType, schema::kAcName);
+}
+
+CeOid CreateStationsDatabase() {
+    return Create(schema::kStationsName, schema::kStationsType,
+                  {{schema::kStAircraftName, 0}, {schema::kStKind, 0}}, schema::kCreateFlags);
+}
+
+CeOid CreateEnvelopesDatabase() {
+    return Create(schema::kEnvelopesName, schema::kEnvelopesType, {{schema::kEnvPointNumber, 0}},
+                  schema::kEnvelopeCreateFlags);
+}
+
+CeOid CreateNavDatabase(std::u16string_view name) {
+    DatabaseInfo info;
+    info.name = std::u16string(name);
+    info.flags = schema::kCreateFlags;
+    info.sorts = {{schema::kWptName, 0}, {schema::kWptIdent, 0}};
+    return Store().CreateDatabase(NavVolume(), info);
+}
+
+// --- open ---
+
+DbHandle OpenDatabase(std::u16string_view name, std::uint32_t sortProp,
+                      std::uint32_t* recordCount) {
+    return OpenIn(kObjectStoreVolume, name, sortProp, recordCount, "Could not open database");
+}
+
+DbHandle OpenEnvelopes(std::uint32_t* recordCount) {
+    return OpenDatabase(schema::kEnvelopesName, schema::kEnvPointNumber, recordCount);
+}
+
+DbHandle OpenNavDatabase(std::u16string_view name, std::uint32_t sortProp,
+                         std::uint32_t* recordCount) {
+    return OpenIn(NavVolume(), name, sortProp, recordCount, "Could not open Nav database");
+}
+
+// --- read ---
+
+CeOid ReadWaypoint(DbHandle& h, std::uint32_t mode, std::uint32_t value, WaypointRecord& r) {
+    return ReadRecord(h, mode, value, r);
+}
+CeOid ReadMap(DbHandle& h, std::uint32_t mode, std::uint32_t value, MapRecord& r) {
+    return ReadRecord(h, mode, value, r);
+}
+CeOid ReadSector(DbHandle& h, std::uint32_t mode, std::uint32_t value, SectorRecord& r) {
+    return ReadRecord(h, mode, value, r);
+}
+CeOid ReadWind(DbHandle& h, std::uint32_t mode, std::uint32_t value, WindRecord& r) {
+    return ReadRecord(h, mode, value, r);
+}
+CeOid ReadAircraft(DbHandle& h, std::uint32_t mode, std::uint32_t value, AircraftRecord& r) {
+    return ReadRecord(h, mode, value, r);
+}
+CeOid ReadStation(DbHandle& h, std::uint32_t mode, std::uint32_t value, StationRecord& r) {
+    return ReadRecord(h, mode, value, r);
+}
+CeOid ReadEnvelopePoint(DbHandle& h, std::uint32_t mode, std::uint32_t value,
+                        EnvelopePointRecord& r) {
+    return ReadRecord(h, mode, value, r);
+}
+
+bool ReadActivePlanSector(std::uint32_t index, SectorRecord& r) {
+    if (g_app.ActivePlanName.empty())
+        return false;
+    DbHandle h = Store().OpenDatabase(kObjectStoreVolume, g_app.ActivePlanName.view(),
+                                      schema::kSecNumber, platform::kOpenAutoIncrement);
+    return ReadSector(h, kByIndex, index, r) != 0;
+}
+
+int ReadNavSearch(DbHandle& h, std::u16string_view search, std::u16string& text) {
+    WaypointRecord w;
+    w.Name = text;
+    if (ReadWaypoint(h, kFromCurrent, 0, w) == 0)
+        return -1;
+    text = g_app.NavSearchKey == schema::kWptIdent ? w.Ident : w.Name;
+    return text.find(search) != std::u16string::npos ? 1 : 0;
+}
+
+CeOid ReadNavListLine(DbHandle& h, std::u16string& line) {
+    WaypointRecord w;
+    CeOid oid = ReadWaypoint(h, kFromCurrent, 0, w);
+    if (oid != 0)
+        line = w.Name + u"  " + w.Ident;
+    return oid;
+}
+
+// --- write ---
+
+CeOid WriteWaypoint(DbHandle& h, const WaypointRecord& r, CeOid oid) {
+    return WriteRecord(h, r, oid);
+}
+CeOid WriteMap(DbHandle& h, const MapRecord& r, CeOid oid) {
+    return WriteRecord(h, r, oid);
+}
+CeOid WriteSector(DbHandle& h, const SectorRecord& r, CeOid oid) {
+    return WriteRecord(h, r, oid);
+}
+CeOid WriteWind(DbHandle& h, const WindRecord& r, CeOid oid) {
+    return WriteRecord(h, r, oid);
+}
+CeOid WriteAircraft(DbHandle& h, const AircraftRecord& r, CeOid oid) {
+    return WriteRecord(h, r, oid);
+}
+CeOid WriteStation(DbHandle& h, const StationRecord& r, CeOid oid) {
+    return WriteRecord(h, r, oid);
+}
+CeOid WriteEnvelopePoint(DbHandle& h, const EnvelopePointRecord& r, CeOid oid) {
+    return WriteRecord(h, r, oid);
+}
+
+// --- delete ---
+
+bool DeleteWaypoint(std::uint32_t index) {
+    return DeleteAt(OpenNavDatabase(g_app.NavDatabaseName.view(), schema::kWptName), index);
+}
+bool DeleteMap(std::uint32_t index) {
+    return DeleteAt(OpenDatabase(schema::kMapsName, schema::kMapPath), index);
+}
+bool DeleteWind(std::uint32_t index) {
+    return DeleteAt(OpenDatabase(schema::kWindName, schema::kWindAltitude), index);
+}
+bool DeleteAircraft(std::uint32_t index) {
+    return DeleteAt(OpenDatabase(schema::kAircraftName, schema::kAcName), index);
+}
+
+bool DeleteStation(CeOid oid) {
+    DbHandle h = OpenDatabase(schema::kStationsName, schema::kStKind);
+    return h && h.DeleteRecord(oid);
+}
+
+bool DeleteEnvelopePoint(CeOid oid) {
+    DbHandle h = OpenEnvelopes();
+    return h && h.DeleteRecord(oid);
+}
+
+bool DeleteSector(std::uint32_t index) {
+    std::uint32_t countAtOpen = 0;
+    bool deleted = DeleteAt(
+        OpenDatabase(g_app.ActivePlanName.view(), schema::kSecNumber, &countAtOpen), index);
+    std::uint32_t loaded = g_app.PlanSectorCount;
+    if (loaded != 0 && loaded + 1 != countAtOpen) {
+        std::function<void()> hook;
+        {
+            std::lock_guard lock(g_hookMutex);
+            hook = g_sectorDeletedHook;
+        }
+        if (hook)
+            hook();
+    }
+    return deleted;
+}
+
+void SetSectorDeletedHook(std::function<void()> hook) {
+    std::lock_guard lock(g_hookMutex);
+    g_sectorDeletedHook = std::move(hook);
+}
+
+// --- databases ---
+
+bool DeleteDatabase(CeOid oid) {
+    return Store().DeleteDatabase(kObjectStoreVolume, oid);
+}
+
+bool DatabaseOfType(CeOid oid, std::uint32_t type, std::u16string* name) {
+    auto info = Store().OidGetInfo(kObjectStoreVolume, oid);
+    if (!info || info->type != type)
+        return false;
+    if (name)
+        *name = info->name;
+    return true;
+}
+
+std::vector<std::u16string> DatabaseNames(std::uint32_t type) {
+    std::vector<std::u16string> names;
+    for (const DatabaseInfo& info : Store().EnumDatabases(kObjectStoreVolume, type))
+        names.push_back(info.name);
+    return names;
+}
+
+// --- nav volume ---
+
+std::u16string NavVolumePath() {
+    return u"\\My Documents\\aerix\\" + std::u16string(g_app.NavDatabaseName.view()) + u".CDB";
+}
+
+bool MountNavVolume() {
+    auto file = platform::Sys().root->ResolveForWrite(NavVolumePath());
+    VolumeGuid guid;
+    if (!Store().MountVolume(file, platform::kOpenAlways, guid)) {
+        platform::ShowError("Could not create database volume");
+        return false;
+    }
+    g_app.NavVolumeGuid = guid.value;
+    return true;
+}
+
+void UnmountNavVolume() {
+    if (g_app.NavVolumeGuid != 0)
+        Store().UnmountVolume(NavVolume());
+    g_app.NavVolumeGuid = 0;
+}
+
+}  // namespace aerix

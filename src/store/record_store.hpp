@@ -1,0 +1,110 @@
+// The record store: every database the program keeps, created, opened, read, written and deleted
+// record by record through these operations; nothing above them builds property arrays. Failures
+// are told in the program's own words ("Could not open database", "Record write failed", ...) and
+// come back as 0, false or an invalid handle.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/object_store.hpp"
+#include "store/records.hpp"
+#include "store/schema.hpp"
+
+namespace aerix {
+
+using platform::CeOid;
+using platform::DbHandle;
+
+// Seek modes the readers take.
+inline constexpr std::uint32_t kByOid = platform::kSeekCeOid;          // the record with that id
+inline constexpr std::uint32_t kByIndex = platform::kSeekBeginning;    // the n-th in sort order
+inline constexpr std::uint32_t kFromCurrent = platform::kSeekCurrent;  // 0: the record the handle
+                                                                       // stands on
+
+// --- create: the new database's id, 0 when it cannot be created (the name exists, is empty or
+// longer than 32 characters) ---
+CeOid CreateDatabase(std::u16string_view name, std::uint32_t type, std::uint32_t sortProp);
+CeOid CreatePlanDatabase(std::u16string_view name);
+CeOid CreateWindDatabase(std::u16string_view name);  // "WindTable" or "ZeroWindTable"
+CeOid CreateMapsDatabase();
+CeOid CreateAircraftDatabase();
+CeOid CreateStationsDatabase();
+CeOid CreateEnvelopesDatabase();
+// A navigation database inside the mounted nav volume, sorted by name and by ident.
+CeOid CreateNavDatabase(std::u16string_view name);
+
+// --- open: each form opens with auto-increment, stores the database's id (0 on failure) in
+// g_app.LastOpenedDatabaseId and, when recordCount is given, the database's record count ---
+// A database of the object store by name ("Could not open database").
+DbHandle OpenDatabase(std::u16string_view name, std::uint32_t sortProp,
+                      std::uint32_t* recordCount = nullptr);
+// "Envelopes" by point number ("Could not open database").
+DbHandle OpenEnvelopes(std::uint32_t* recordCount = nullptr);
+// A database inside the mounted nav volume ("Could not open Nav database").
+DbHandle OpenNavDatabase(std::u16string_view name, std::uint32_t sortProp,
+                         std::uint32_t* recordCount = nullptr);
+
+// --- read: seek (mode, value), then copy the properties the record carries into r. Returns the
+// record's id, 0 when the seek or the read fails (past the end) ---
+CeOid ReadWaypoint(DbHandle& h, std::uint32_t mode, std::uint32_t value, WaypointRecord& r);
+CeOid ReadMap(DbHandle& h, std::uint32_t mode, std::uint32_t value, MapRecord& r);
+CeOid ReadSector(DbHandle& h, std::uint32_t mode, std::uint32_t value, SectorRecord& r);
+CeOid ReadWind(DbHandle& h, std::uint32_t mode, std::uint32_t value, WindRecord& r);
+CeOid ReadAircraft(DbHandle& h, std::uint32_t mode, std::uint32_t value, AircraftRecord& r);
+CeOid ReadStation(DbHandle& h, std::uint32_t mode, std::uint32_t value, StationRecord& r);
+CeOid ReadEnvelopePoint(DbHandle& h, std::uint32_t mode, std::uint32_t value,
+                        EnvelopePointRecord& r);
+
+// The sector at index (0 = first) of the active plan, for the simulator: quiet, false when there
+// is no such sector or no plan.
+bool ReadActivePlanSector(std::uint32_t index, SectorRecord& r);
+
+// Search read of the nav database: the current record's name (or, when g_app.NavSearchKey is the
+// ident, its ident) into text. 1 when search occurs in it (case-sensitive), 0 when not, -1 when
+// there is no record to read.
+int ReadNavSearch(DbHandle& h, std::u16string_view search, std::u16string& text);
+// The current record as a list line: name, two blanks, ident. 0 when there is none.
+CeOid ReadNavListLine(DbHandle& h, std::u16string& line);
+
+// --- write: every property in the kind's order, as a new record (oid 0) or over the record oid.
+// Returns the record's id; 0 after "Record write failed" ---
+CeOid WriteWaypoint(DbHandle& h, const WaypointRecord& r, CeOid oid = 0);
+CeOid WriteMap(DbHandle& h, const MapRecord& r, CeOid oid = 0);
+CeOid WriteSector(DbHandle& h, const SectorRecord& r, CeOid oid = 0);
+CeOid WriteWind(DbHandle& h, const WindRecord& r, CeOid oid = 0);
+CeOid WriteAircraft(DbHandle& h, const AircraftRecord& r, CeOid oid = 0);
+CeOid WriteStation(DbHandle& h, const StationRecord& r, CeOid oid = 0);
+CeOid WriteEnvelopePoint(DbHandle& h, const EnvelopePointRecord& r, CeOid oid = 0);
+
+// --- delete: by position in sort order (0 = first), or by id for stations and envelope points ---
+bool DeleteWaypoint(std::uint32_t index);  // in the nav database (volume mounted by the caller)
+bool DeleteMap(std::uint32_t index);
+bool DeleteWind(std::uint32_t index);
+bool DeleteAircraft(std::uint32_t index);
+bool DeleteStation(CeOid oid);
+bool DeleteEnvelopePoint(CeOid oid);
+// Deletes a sector of the active plan, then recomputes the plan unless the loaded plan's sector
+// count (g_app.PlanSectorCount) is 0 or, plus one, equals the records the plan held before.
+bool DeleteSector(std::uint32_t index);
+// What recomputes the active plan after a sector is deleted (the plan computation installs it).
+void SetSectorDeletedHook(std::function<void()> hook);
+
+// --- databases ---
+bool DeleteDatabase(CeOid oid);
+// True when oid is a database of the object store of this type; its name goes to name.
+bool DatabaseOfType(CeOid oid, std::uint32_t type, std::u16string* name = nullptr);
+// Names of the object store's databases of this type, in the order they were created.
+std::vector<std::u16string> DatabaseNames(std::uint32_t type);
+
+// --- the nav volume "\My Documents\aerix\<NavDatabaseName>.CDB" ---
+// Mounts it (created empty when missing) and keeps its guid in g_app.NavVolumeGuid. On failure
+// says "Could not create database volume" and returns false.
+bool MountNavVolume();
+void UnmountNavVolume();
+std::u16string NavVolumePath();
+
+}  // namespace aerix

@@ -1,0 +1,104 @@
+// aerix-tool init and db: the first start leaves exactly the default rows, and damaged files are
+// reported and left alone.
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <regex>
+#include <sstream>
+#include <string>
+
+#include "support/test_platform.hpp"
+
+namespace {
+
+using aerix::testing::ReadFile;
+using aerix::testing::TempDir;
+using aerix::testing::WriteFile;
+
+struct ToolRun {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+
+ToolRun Tool(const std::filesystem::path& home, const std::string& args) {
+    TempDir scratch;
+    auto errFile = scratch.Path() / "stderr";
+    std::string cmd = std::string(AERIX_TOOL_PATH) + " --home '" + home.string() + "' " + args +
+                      " 2>'" + errFile.string() + "'";
+    ToolRun run;
+    FILE* pipe = ::popen(cmd.c_str(), "r");
+    if (!pipe)
+        return run;
+    std::array<char, 4096> buf;
+    std::size_t n;
+    while ((n = std::fread(buf.data(), 1, buf.size(), pipe)) > 0)
+        run.out.append(buf.data(), n);
+    int status = ::pclose(pipe);
+    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    run.err = ReadFile(errFile);
+    return run;
+}
+
+// The dump without its object ids, which depend on the order of creation.
+std::string WithoutOids(const std::string& dump) {
+    return std::regex_replace(dump, std::regex(R"(\{"oid": \d+, "props": (\{.*\})\})"), "$1");
+}
+
+std::filesystem::path DataFile(const std::string& name) {
+    return std::filesystem::path(__FILE__).parent_path() / "data" / name;
+}
+
+TEST(StoreCommands, InitLeavesExactlyTheDefaultRowsInSortOrder) {
+    TempDir home;
+    ToolRun init = Tool(home.Path(), "init");
+    ASSERT_EQ(init.status, 0) << init.err;
+    EXPECT_EQ(init.err, "");
+    const std::array<std::pair<const char*, const char*>, 5> databases{{
+        {"Aircraft", "default_aircraft.jsonl"},
+        {"Stations", "default_stations.jsonl"},
+        {"Envelopes", "default_envelopes.jsonl"},
+        {"Maps", "default_maps.jsonl"},
+        {"WindTable", "default_windtable.jsonl"},
+    }};
+    for (const auto& [name, file] : databases) {
+        SCOPED_TRACE(name);
+        ToolRun dump = Tool(home.Path(), std::string("db dump ") + name);
+        ASSERT_EQ(dump.status, 0) << dump.err;
+        EXPECT_EQ(WithoutOids(dump.out), ReadFile(DataFile(file)));
+    }
+    // A second start changes nothing.
+    ASSERT_EQ(Tool(home.Path(), "init").status, 0);
+    ToolRun list = Tool(home.Path(), "--json db list");
+    EXPECT_NE(list.out.find(R"({"name": "Envelopes", "type": 20003, "records": 43,)"),
+              std::string::npos)
+        << list.out;
+    EXPECT_NE(list.out.find(R"({"name": "Aircraft", "type": 20001, "records": 6,)"),
+              std::string::npos);
+}
+
+TEST(StoreCommands, DamagedStoreIsReportedAndLeftAlone) {
+    TempDir home;
+    const std::string garbage(8192, 'x');
+    WriteFile(home.Path() / "objectstore.sqlite", garbage);
+    ToolRun init = Tool(home.Path(), "init");
+    EXPECT_EQ(init.status, 1);
+    EXPECT_NE(init.err.find("Could not open database"), std::string::npos) << init.err;
+    EXPECT_EQ(Tool(home.Path(), "db list").status, 1);
+    EXPECT_EQ(ReadFile(home.Path() / "objectstore.sqlite"), garbage);
+}
+
+TEST(StoreCommands, VolumeListingNeverCreatesTheFile) {
+    TempDir home;
+    ToolRun list =
+        Tool(home.Path(), "db list --volume '" + (home.Path() / "Nav.CDB").string() + "'");
+    EXPECT_EQ(list.status, 1);
+    EXPECT_NE(list.err.find("not found"), std::string::npos) << list.err;
+    EXPECT_FALSE(std::filesystem::exists(home.Path() / "Nav.CDB"));
+    EXPECT_EQ(Tool(home.Path(), "db dump NoSuch").status, 1);
+}
+
+}  // namespace
