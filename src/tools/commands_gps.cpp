@@ -6,6 +6,7 @@
 #include <iostream>
 #include <stop_token>
 
+#include "app/plan_legs.hpp"
 #include "app/state/app_state.hpp"
 #include "app/state/settings.hpp"
 #include "gps/feed_commands.hpp"
@@ -159,8 +160,9 @@ void AddSimulate(CLI::App& app, ToolContext& ctx) {
         ->check(CLI::PositiveNumber);
     cmd->callback([&ctx, a] {
         ctx.OpenPlatform();
-        if (!HasSimLegSource())
-            throw ToolFailure("no plan store yet: the simulator has no legs to fly");
+        CreateDefaultSettings();
+        LoadSettings();
+        InstallPlanLegSource();
         if (!a->plan.empty())
             g_app.ActivePlanName.assign(Utf8ToUtf16(a->plan));
         platform::VirtualClock clock;
