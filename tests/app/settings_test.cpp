@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
+
 #include <algorithm>
 #include <map>
 
@@ -235,7 +237,21 @@ TEST_P(SettingsFailure, ShowsItsMessageAndGoesOn) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, SettingsFailure, ::testing::ValuesIn(Failures()));
+// Names such as "save_SetValue_CuPlanName" instead of the bytes of the case.
+std::string FailureName(const ::testing::TestParamInfo<Failure>& info) {
+    static const char* const ops[] = {"CreateKey", "OpenKey", "QueryValue",
+                                      "SetValue",  "EnumKey", "CloseKey"};
+    std::string name = info.param.operation + "_" + ops[static_cast<int>(info.param.op)] + "_" +
+                       (info.param.failing.empty() ? "any" : info.param.failing) + "_" +
+                       std::to_string(info.index);
+    for (auto& c : name) {
+        if (!std::isalnum(static_cast<unsigned char>(c)))
+            c = '_';
+    }
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(All, SettingsFailure, ::testing::ValuesIn(Failures()), FailureName);
 
 }  // namespace
 }  // namespace aerix

@@ -49,11 +49,11 @@ TEST(NmeaCommand, PrintsOneFixPerParsedRmcLine) {
     EXPECT_NE(missing.out.find("cannot open"), std::string::npos);
 }
 
-TEST(SimulateCommand, FailsClearlyWithoutAPlanStore) {
+TEST(SimulateCommand, FailsClearlyWithoutASectorToFly) {
     aerix::testing::TempDir dir;
     ToolRun run = RunTool("--home " + dir.Path().string() + " simulate --steps 3");
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_NE(run.out.find("no plan store yet"), std::string::npos);
+    EXPECT_NE(run.out.find("plan has no sector to fly"), std::string::npos);
 }
 
 TEST(GpsCommand, ReportsAPortThatCannotBeOpened) {
