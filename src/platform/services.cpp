@@ -20,7 +20,8 @@ Platform::Platform(std::filesystem::path root, Ui& ui) : root_(std::move(root)) 
                      .clock = &clock_,
                      .hotKeys = &hotKeys_,
                      .idleTimer = &idleTimer_,
-                     .store = store_.get()};
+                     .store = store_.get(),
+                     .memory = &memory_};
 }
 
 Platform::~Platform() {

@@ -10,6 +10,7 @@
 #include "platform/data_root.hpp"
 #include "platform/hot_keys.hpp"
 #include "platform/idle_timer.hpp"
+#include "platform/memory_status.hpp"
 #include "platform/object_store.hpp"
 #include "platform/registry.hpp"
 #include "platform/ui.hpp"
@@ -25,6 +26,7 @@ struct Services {
     IdleTimer* idleTimer = nullptr;
     Graphics* graphics = nullptr;  // set by the front end that draws
     ObjectStore* store = nullptr;
+    MemoryStatus* memory = nullptr;  // null: the start-up memory check passes
 };
 
 // The installed services. Every pointer is set while a Platform (or a test's stand-in) lives.
@@ -54,6 +56,7 @@ class Platform {
     SystemClock clock_;
     HotKeyTable hotKeys_;
     IdleTimer idleTimer_;
+    ProcMemoryStatus memory_;
     std::unique_ptr<ObjectStore> store_;
     Services previous_;
 };

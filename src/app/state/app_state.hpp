@@ -101,6 +101,24 @@ struct AppState {
     std::uint32_t PlanSectorCount = 0;  // sectors of the loaded plan (kept by plan management)
     AircraftRecord CurrentAircraft;     // the aircraft named by AircraftReg, read at start
 
+    // ---- Main window (app/main_window): what the view commands and keys set ----
+    // View-state word of the map view, preset at start.
+    std::uint32_t ViewStateWord = 0;
+    // Map zoom, 0.25 to 4.0 (the Up/Down keys stop at the ends); scale step asked by
+    // "Scale in" (+1) and "Scale out" (-1).
+    double MapZoom = 1.0;
+    std::int32_t ScaleStep = 0;
+    // Instrument views: range step 1, 2, 4, 8 or 16; which of the two is drawn and its centre.
+    std::uint32_t InstrumentRangeStep = 1;
+    std::uint8_t InstrumentAerix = 0;
+    int InstrumentCentreX = 120;
+    int InstrumentCentreY = 135;
+    // Map corner being calibrated: 1 NE, 0 SW.
+    std::uint8_t CalibrateCorner = 0;
+    // Plan view: first row shown and the highlighted sector (0 = first).
+    std::uint32_t PlanScrollRow = 0;
+    std::uint32_t HighlightedSector = 0;
+
     // ---- GPS feeds: receiver, playback and simulator (gps/) ----
     // Feeds publish whole fixes here; nothing else writes it but ClearVoid.
     FixPublisher PublishedFix;

@@ -1,0 +1,14 @@
+#include "app/loading_dialog.hpp"
+
+#include "app/state/app_state.hpp"
+#include "store/airspace_loader.hpp"
+
+namespace aerix {
+
+int LoadingDialogModel::OnTimer() {
+    LoadAirspace();
+    g_app.ArraysPending = 0;
+    return 1;
+}
+
+}  // namespace aerix

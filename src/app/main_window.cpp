@@ -1,0 +1,518 @@
+#include "app/main_window.hpp"
+
+#include "app/command_ids.hpp"
+#include "app/default_data.hpp"
+#include "app/plan_legs.hpp"
+#include "app/state/app_state.hpp"
+#include "app/state/settings.hpp"
+#include "app/state/view_hot_keys.hpp"
+#include "gps/feed_commands.hpp"
+#include "gps/feeds.hpp"
+#include "gps/fix_publication.hpp"
+#include "gps/gps_port.hpp"
+#include "gps/port_device_setting.hpp"
+#include "platform/message_box.hpp"
+#include "platform/services.hpp"
+#include "store/nav_database_chooser.hpp"
+#include "store/record_store.hpp"
+#include "store/schema.hpp"
+
+namespace aerix {
+
+namespace {
+
+using namespace cmd;
+using platform::Sys;
+
+constexpr std::uint32_t kViewStatePreset = 0x64001F;
+
+// Start items of the three feeds, and the items that only mean something while one runs.
+constexpr unsigned kFeedStartItems[] = {kConnectGps, kStartSimulation, kPlaybackNorm,
+                                        kPlaybackFast};
+constexpr unsigned kFeedStopItems[] = {kDisconnectGps, kStopSimulation, kStopPlayback};
+
+void DrawPlaceholder(platform::Canvas& canvas, const char* name) {
+    canvas.FillRect(platform::Rect{0, 22, 240, 247}, platform::kWhite);
+    canvas.SetFont(platform::Font{16, true});
+    canvas.DrawText(name, platform::Rect{0, 22, 240, 247},
+                    platform::kTextCenter | platform::kTextVCenter | platform::kTextSingleLine,
+                    platform::Rgb(96, 96, 96), platform::kWhite, true);
+    if (g_app.GpsSource == kSourceNone)
+        return;
+    canvas.SetFont(platform::Font{12, false});
+    std::string position = Utf16ToUtf8(g_app.Fix.positionText.view());
+    canvas.DrawText(position, platform::Rect{0, 160, 240, 180},
+                    platform::kTextCenter | platform::kTextSingleLine, platform::kBlack,
+                    platform::kWhite, true);
+}
+
+}  // namespace
+
+MainWindow::MainWindow(WindowHost& host, DialogHost& dialogs) : host_(host), dialogs_(dialogs) {}
+
+MainWindow::~MainWindow() {
+    SetFeedCommandSink({});
+}
+
+void MainWindow::SetPlanOperations(std::function<void()> reverse, std::function<void()> recompute) {
+    reversePlan_ = std::move(reverse);
+    recomputePlan_ = std::move(recompute);
+}
+
+bool MainWindow::InitInstance() {
+    g_app.PortName.assign(u"COM1:");
+    if (host_.RaiseOtherInstance())
+        return false;
+
+    CreateDefaultSettings();
+    LoadSettings();
+    LoadPortDevice();
+    g_app.ViewStateWord = kViewStatePreset;
+    CreateDefaultData();
+    InstallPlanLegSource();
+    // A feed that ends itself asks for its stop command; it runs on this thread.
+    SetFeedCommandSink([this](FeedCommand command) {
+        host_.Post([this, command] { OnCommand(static_cast<unsigned>(command)); });
+    });
+
+    if (!host_.CreateMainWindow())
+        return false;
+    Sys().ui->SetTitle(SourceTitle(g_app.GpsSource));
+
+    dialogs_.Run(Dialog::Splash);
+    if (dialogs_.Run(Dialog::Disclaimer) == kDialogCancel)
+        return false;
+
+    if (auto* memory = Sys().memory) {
+        platform::MemoryStatusRecord status;
+        if (memory->Query(&status) && status.memoryLoad >= kMemoryLoadLimit) {
+            platform::ShowError(kMemoryLowText);
+            return false;
+        }
+    }
+
+    if (g_app.NavDatabaseName.empty() && ChooseNavDatabase() != 0)
+        return false;
+
+    if (g_app.ActivePlanName.empty()) {
+        g_app.ActivePlanName.assign(Utf8ToUtf16(kFirstPlanName));
+        g_app.CurrentPlanId = CreatePlanDatabase(g_app.ActivePlanName.view());
+    }
+
+    host_.ShowMainWindow();
+    host_.CreateChildWindows();
+    g_app.ArraysPending = 1;
+    if (g_app.EnableHotKeys == 1)
+        RegisterViewHotKeys();
+    return true;
+}
+
+void MainWindow::Repaint() {
+    Sys().ui->InvalidateMainWindow(true);
+}
+
+void MainWindow::OnCommand(unsigned id) {
+    switch (id) {
+        // --- File ---
+        case kNewPlan:
+            dialogs_.Run(Dialog::NewPlan);
+            break;
+        case kOpenPlan:
+            dialogs_.Run(Dialog::OpenPlan);
+            break;
+        case kDeletePlan:
+            dialogs_.Run(Dialog::DeletePlan);
+            break;
+        case kReversePlan:
+            if (platform::AskWarning("Reverse current plan?")) {
+                if (reversePlan_)
+                    reversePlan_();
+                if (recomputePlan_)
+                    recomputePlan_();
+            }
+            break;
+        case kHelp: {
+            auto page = Sys().root->Resolve(kManualPage);
+            if (!std::filesystem::exists(page))
+                page = platform::ResourcePath("Manual.htm");
+            host_.OpenHelp(page);
+            break;
+        }
+        case kExit:
+            Exit();
+            return;
+        // --- Edit ---
+        case kNewSector:
+            NewSector(Dialog::NewSector);
+            break;
+        case kDeleteSector:
+            if (platform::AskWarning("Delete highlighted sector?"))
+                DeleteSector(g_app.HighlightedSector);
+            break;
+        case kInsertSector:
+            if (platform::AskWarning("Insert after highlighted sector?"))
+                NewSector(Dialog::InsertSector);
+            break;
+        case kEditSector:
+            if (platform::AskWarning("Edit highlighted sector?")) {
+                dialogs_.Run(Dialog::EditSector);
+                if (recomputePlan_)
+                    recomputePlan_();
+            }
+            break;
+        case kWindTable:
+            dialogs_.Run(Dialog::WindTable);
+            break;
+        // --- View ---
+        case kNextWaypoint:
+            NextWaypoint();
+            break;
+        case kScaleIn:
+        case kScaleOut:
+            g_app.ScaleStep = id == kScaleIn ? 1 : -1;
+            break;
+        case kShowPlan:
+        case kShowMap:
+        case kShowHsi:
+        case kShowAerix:
+            ShowView(id);
+            break;
+        case kGpsData:
+            dialogs_.Run(Dialog::GpsData);
+            break;
+        // --- Utils ---
+        case kPreferences:
+            if (dialogs_.Run(Dialog::Preferences) == kDialogOk)
+                ApplyReadouts();
+            break;
+        case kMapLoad:
+            dialogs_.Run(Dialog::MapLoad);
+            break;
+        case kMapEdit:
+            dialogs_.Run(Dialog::MapEdit);
+            break;
+        case kCalibrateNe:
+        case kCalibrateSw:
+            g_app.CalibrateCorner = id == kCalibrateNe ? 1 : 0;
+            Repaint();
+            g_app.ViewMode = kViewCalibrate;
+            break;
+        case kSetupAircraft:
+            dialogs_.Run(Dialog::AircraftSetup);
+            ShowView(kShowPlan);
+            break;
+        case kAbout:
+            dialogs_.Run(Dialog::About);
+            break;
+        // --- Tools ---
+        case kTimer:
+            dialogs_.Run(Dialog::Timer);
+            break;
+        case kConversions:
+            dialogs_.Run(Dialog::Conversions);
+            break;
+        case kSunTimes:
+            dialogs_.Run(Dialog::SunTimes);
+            break;
+        case kCrosswind:
+            dialogs_.Run(Dialog::Crosswind);
+            break;
+        case kHolding:
+            dialogs_.Run(Dialog::Holding);
+            break;
+        case kDensityAltitude:
+            dialogs_.Run(Dialog::DensityAltitude);
+            break;
+        case kTrueAltitude:
+            dialogs_.Run(Dialog::TrueAltitude);
+            break;
+        case kLogbook:
+            dialogs_.Run(Dialog::Logbook);
+            break;
+        case kDatabaseAdd:
+            dialogs_.Run(Dialog::DatabaseAdd);
+            break;
+        case kDatabaseEdit:
+            dialogs_.Run(Dialog::DatabaseEdit);
+            break;
+        case kDatabaseList:
+            dialogs_.Run(Dialog::DatabaseList);
+            break;
+        case kDatabaseNew:
+            dialogs_.Run(Dialog::DatabaseNew);
+            break;
+        case kDatabaseOpen:
+            ChooseNavDatabase();
+            break;
+        case kDatabaseDelete:
+            DeleteNavDatabase();
+            break;
+        case kPlaybackNorm:
+        case kPlaybackFast:
+            if (StartPlayback(id == kPlaybackFast))
+                FeedStarted(kStopPlayback);
+            break;
+        case kStopPlayback:
+            StopPlayback();
+            FeedStopped(kStopPlayback);
+            break;
+        case kStartSimulation:
+            if (StartSimulation())
+                FeedStarted(kStopSimulation);
+            break;
+        case kStopSimulation:
+            StopSimulation();
+            FeedStopped(kStopSimulation);
+            break;
+        case kConnectGps:
+            if (ConnectGps())
+                FeedStarted(kDisconnectGps);
+            break;
+        case kDisconnectGps:
+            DisconnectGps();
+            FeedStopped(kDisconnectGps);
+            break;
+        case kGpsSetup:
+            dialogs_.Run(Dialog::GpsSetup);
+            break;
+        case kFuel:
+            dialogs_.Run(Dialog::Fuel);
+            break;
+        case kWeightBalance:
+            if (dialogs_.Run(Dialog::WeightBalanceLoading) == kDialogOk)
+                dialogs_.Run(Dialog::WeightBalanceResult);
+            ShowView(kShowPlan);
+            break;
+        // --- menu-bar buttons ---
+        case kButtonUp:
+        case kButtonDown:
+        case kButtonAction:
+            Button(id);
+            break;
+        default:
+            return;
+    }
+    Repaint();
+}
+
+void MainWindow::NewSector(Dialog dialog) {
+    int result = dialogs_.Run(dialog);
+    if (result == kDialogOk || result == kDialogPickOnMap)
+        g_app.ArraysPending = 1;
+    if (result == kDialogPickOnMap)
+        g_app.ViewMode = kViewPickSector;
+}
+
+void MainWindow::NextWaypoint() {
+    if (g_app.ActivePlanName.empty())
+        return;
+    auto h = Sys().store->OpenDatabase(platform::kObjectStoreVolume, g_app.ActivePlanName.view(),
+                                       schema::kSecNumber, 0);
+    if (!h)
+        return;
+    std::uint32_t count = h.RecordCount();
+    if (count > 0 && g_app.ActiveSectorIndex < count - 1)
+        ++g_app.ActiveSectorIndex;
+}
+
+void MainWindow::ShowView(unsigned id) {
+    switch (id) {
+        case kShowPlan:
+            g_app.ViewMode = kViewPlan;
+            host_.ShowLatLonReadout(false);
+            host_.ShowScaleReadout(false);
+            break;
+        case kShowMap:
+            g_app.ViewMode = kViewMap;
+            menu_.Enable(kScaleIn, true);
+            menu_.Enable(kScaleOut, true);
+            menu_.Enable(kCalibrateNe, true);
+            menu_.Enable(kCalibrateSw, true);
+            ApplyReadouts();
+            break;
+        case kShowHsi:
+            ShowInstruments(false);
+            break;
+        case kShowAerix:
+            ShowInstruments(true);
+            break;
+    }
+}
+
+void MainWindow::ShowInstruments(bool aerix) {
+    g_app.ViewMode = kViewInstruments;
+    g_app.InstrumentAerix = aerix ? 1 : 0;
+    if (aerix) {
+        g_app.InstrumentCentreX = 215;
+        g_app.InstrumentCentreY = 193;
+        // Three consecutive identifiers from "Scale in" (the third is no menu item).
+        for (unsigned i = kScaleIn; i < kScaleIn + 3; ++i)
+            menu_.Enable(i, false);
+    } else {
+        g_app.InstrumentCentreX = 120;
+        g_app.InstrumentCentreY = 135;
+    }
+    ApplyReadouts();
+    LoadArraysIfPending();
+}
+
+void MainWindow::LoadArraysIfPending() {
+    if (g_app.ArraysPending)
+        dialogs_.Run(Dialog::Loading);
+}
+
+void MainWindow::ApplyReadouts() {
+    if (g_app.ViewMode == kViewInstruments) {
+        host_.ShowLatLonReadout(g_app.ShowLatLonHsi == 1);
+        host_.ShowScaleReadout(g_app.ShowScaleHsi == 1);
+    } else if (g_app.ViewMode == kViewMap) {
+        host_.ShowLatLonReadout(g_app.ShowLatLonMap == 1);
+        host_.ShowScaleReadout(g_app.ShowScaleMap == 1);
+    }
+}
+
+void MainWindow::FeedStarted(unsigned stopId) {
+    for (unsigned start : kFeedStartItems)
+        menu_.Enable(start, false);
+    menu_.Enable(stopId, true);
+    menu_.Enable(kNextWaypoint, true);
+    menu_.Enable(kGpsData, true);
+}
+
+void MainWindow::FeedStopped(unsigned stopId) {
+    for (unsigned start : kFeedStartItems)
+        menu_.Enable(start, true);
+    menu_.Enable(stopId, false);
+    menu_.Enable(kNextWaypoint, false);
+    menu_.Enable(kGpsData, false);
+}
+
+void MainWindow::Button(unsigned id) {
+    switch (g_app.ViewMode) {
+        case kViewPlan:
+            if (id != kButtonAction)
+                planView_.ScrollBy(id == kButtonUp ? -1 : 1);
+            break;
+        case kViewMap:
+            if (id == kButtonUp && g_app.MapZoom < 4.0)
+                g_app.MapZoom *= 2;
+            else if (id == kButtonDown && g_app.MapZoom > 0.25)
+                g_app.MapZoom /= 2;
+            break;
+        case kViewInstruments:
+            if (id == kButtonUp && g_app.InstrumentRangeStep < 16)
+                g_app.InstrumentRangeStep *= 2;
+            else if (id == kButtonDown && g_app.InstrumentRangeStep >= 2)
+                g_app.InstrumentRangeStep /= 2;
+            break;
+    }
+}
+
+void MainWindow::OnPaint(platform::Canvas& canvas) {
+    TakeFixSnapshot();
+    switch (g_app.ViewMode) {
+        case kViewPlan:
+            planView_.Paint(canvas);
+            break;
+        case kViewInstruments:
+            DrawPlaceholder(canvas, g_app.InstrumentAerix ? "AERIX view" : "HSI view");
+            break;
+        case kViewMap:
+            DrawPlaceholder(canvas, "MAP view");
+            break;
+        case kViewPickSector:
+            g_app.ViewMode = kViewMapEdit;
+            [[fallthrough]];
+        case kViewMapEdit:
+            DrawPlaceholder(canvas, "MAP view");
+            break;
+        case kViewCalibrate:
+            host_.Beep();
+            DrawPlaceholder(canvas, "MAP view");
+            g_app.ViewMode = kViewMapEdit;
+            // The dialog opens once this paint is over.
+            host_.Post([this] { dialogs_.Run(Dialog::Calibrate); });
+            break;
+        default:
+            break;
+    }
+}
+
+void MainWindow::OnKeyUp(unsigned key) {
+    // The hardware buttons act only while they are registered as hot keys.
+    if (key >= vk::kButton1 && key <= vk::kButton4) {
+        if (!Sys().hotKeys->IsRegistered(static_cast<int>(key)))
+            return;
+        // 195 and 196 are crossed on purpose: AERIX, then HSI.
+        static constexpr unsigned kButtonViews[] = {kShowPlan, kShowMap, kShowAerix, kShowHsi};
+        OnCommand(kButtonViews[key - vk::kButton1]);
+        return;
+    }
+    if (g_app.ViewMode == kViewMap) {
+        if (key == vk::kUp && g_app.MapZoom < 4.0)
+            OnCommand(kButtonUp);
+        if (key == vk::kDown && g_app.MapZoom > 0.25)
+            OnCommand(kButtonDown);
+    } else if (g_app.ViewMode == kViewInstruments) {
+        if (key == vk::kUp && g_app.InstrumentRangeStep < 16)
+            OnCommand(kButtonUp);
+        if (key == vk::kDown && g_app.InstrumentRangeStep >= 2)
+            OnCommand(kButtonDown);
+    } else if (g_app.ViewMode == kViewPlan && (key == vk::kUp || key == vk::kDown)) {
+        // The flight log scrolls with the arrows too.
+        OnCommand(key == vk::kUp ? kButtonUp : kButtonDown);
+    }
+    if (key == vk::kLeft)
+        OnCommand(kScaleIn);
+    else if (key == vk::kRight)
+        OnCommand(kScaleOut);
+    else if (key == vk::kAction)
+        OnCommand(kButtonAction);
+}
+
+void MainWindow::OnPenDown(int x, int y) {
+    if (g_app.ViewMode == kViewPlan) {
+        planView_.PenDown(x, y);
+        Repaint();
+    }
+}
+
+void MainWindow::OnPenMove(int x, int y) {
+    if (g_app.ViewMode == kViewPlan) {
+        planView_.PenMove(x, y);
+        Repaint();
+    }
+}
+
+void MainWindow::Exit() {
+    ExitSequence();
+}
+
+void MainWindow::Destroy() {
+    ExitSequence();
+}
+
+void MainWindow::ExitSequence() {
+    SaveSettings();
+    SavePortDevice();
+    CloseGpsPort();
+    switch (g_app.GpsSource) {
+        case kSourceRealtime:
+            OnCommand(kDisconnectGps);
+            break;
+        case kSourceSimulated:
+            OnCommand(kStopSimulation);
+            break;
+        case kSourceRecorded:
+            OnCommand(kStopPlayback);
+            break;
+    }
+    if (g_app.EnableHotKeys == 1)
+        UnregisterViewHotKeys();
+    if (!quitRequested_) {
+        quitRequested_ = true;
+        host_.Quit(0);
+    }
+}
+
+}  // namespace aerix

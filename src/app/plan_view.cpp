@@ -1,0 +1,143 @@
+#include "app/plan_view.hpp"
+
+#include <algorithm>
+#include <cstdio>
+#include <string>
+
+#include "app/state/app_state.hpp"
+#include "platform/text.hpp"
+#include "store/record_store.hpp"
+
+namespace aerix {
+
+namespace {
+
+using platform::Rect;
+
+constexpr platform::Color kHeaderInk = platform::Rgb(0, 0, 128);
+constexpr platform::Color kHighlight = platform::Rgb(255, 255, 160);
+constexpr platform::Color kGrid = platform::Rgb(192, 192, 192);
+
+// Columns: sector, from > to, magnetic heading, distance, time, fuel.
+struct Column {
+    int left, right;
+    unsigned align;
+};
+constexpr Column kColumns[] = {
+    {1, 16, platform::kTextLeft},     {17, 112, platform::kTextLeft},
+    {113, 139, platform::kTextRight}, {141, 175, platform::kTextRight},
+    {177, 205, platform::kTextRight}, {207, 238, platform::kTextRight},
+};
+constexpr const char* kHeadings[] = {"#", "From > To", "Hdg", "Dist", "Time", "Fuel"};
+
+std::string Fixed(const char* format, double value) {
+    char text[32];
+    std::snprintf(text, sizeof text, format, value);
+    return text;
+}
+
+void Cell(platform::Canvas& canvas, int column, int y, const std::string& text,
+          platform::Color ink) {
+    const auto& c = kColumns[column];
+    canvas.DrawText(text, Rect{c.left, y, c.right, y + PlanView::kRowHeight},
+                    c.align | platform::kTextVCenter | platform::kTextSingleLine, ink,
+                    platform::kWhite, true);
+}
+
+}  // namespace
+
+std::vector<SectorRecord> PlanView::ReadSectors() {
+    std::vector<SectorRecord> sectors;
+    SectorRecord r;
+    while (ReadActivePlanSector(static_cast<std::uint32_t>(sectors.size()), r))
+        sectors.push_back(r);
+    return sectors;
+}
+
+void PlanView::Paint(platform::Canvas& canvas) {
+    auto sectors = ReadSectors();
+    sectorCount_ = static_cast<int>(sectors.size());
+    ScrollBy(0);
+
+    canvas.FillRect(Rect{0, kTop, 240, kBottom}, platform::kWhite);
+    canvas.SetFont(platform::Font{11, true});
+    std::string title = "PLAN " + Utf16ToUtf8(g_app.ActivePlanName.view()) + "   A/c " +
+                        Utf16ToUtf8(g_app.AircraftReg.view());
+    canvas.DrawText(title, Rect{2, kTop, 238, kTop + kRowHeight},
+                    platform::kTextLeft | platform::kTextVCenter | platform::kTextSingleLine,
+                    kHeaderInk, platform::kWhite, true);
+    int headerY = kTop + kRowHeight;
+    for (int c = 0; c < 6; ++c)
+        Cell(canvas, c, headerY, kHeadings[c], kHeaderInk);
+    canvas.SetPen(platform::Pen{platform::PenStyle::Solid, 1, kGrid});
+    canvas.MoveTo(0, kFirstRowY - 1);
+    canvas.LineTo(240, kFirstRowY - 1);
+
+    canvas.SetFont(platform::Font{11, false});
+    if (sectors.empty()) {
+        canvas.DrawText("No sectors - Edit, New sector", Rect{0, kFirstRowY, 240, kFirstRowY + 20},
+                        platform::kTextCenter | platform::kTextSingleLine, platform::kBlack,
+                        platform::kWhite, true);
+        return;
+    }
+
+    double distance = 0, time = 0, fuel = 0;
+    for (const auto& s : sectors) {
+        distance += s.Distance;
+        time += s.Time;
+        fuel += s.Fuel;
+    }
+    int rows = VisibleRows();
+    int first = static_cast<int>(g_app.PlanScrollRow);
+    for (int i = first; i < sectorCount_ && i < first + rows; ++i) {
+        const auto& s = sectors[static_cast<std::size_t>(i)];
+        int y = kFirstRowY + (i - first) * kRowHeight;
+        if (static_cast<std::uint32_t>(i) == g_app.HighlightedSector)
+            canvas.FillRect(Rect{0, y, 240, y + kRowHeight}, kHighlight);
+        bool active = static_cast<std::uint32_t>(i) == g_app.ActiveSectorIndex &&
+                      g_app.GpsSource != kSourceNone;
+        canvas.SetFont(platform::Font{11, active});
+        Cell(canvas, 0, y, (active ? ">" : "") + std::to_string(s.SectorNumber), platform::kBlack);
+        Cell(canvas, 1, y, Utf16ToUtf8(s.Text401) + ">" + Utf16ToUtf8(s.Text402), platform::kBlack);
+        Cell(canvas, 2, y, Fixed("%03.0f", s.MagneticHeading), platform::kBlack);
+        Cell(canvas, 3, y, Fixed("%.1f", s.Distance), platform::kBlack);
+        Cell(canvas, 4, y, Fixed("%.0f", s.Time), platform::kBlack);
+        Cell(canvas, 5, y, Fixed("%.1f", s.Fuel), platform::kBlack);
+    }
+    int totalY = kFirstRowY + rows * kRowHeight;
+    canvas.MoveTo(0, totalY);
+    canvas.LineTo(240, totalY);
+    canvas.SetFont(platform::Font{11, true});
+    Cell(canvas, 1, totalY, "Total " + std::to_string(sectorCount_) + " sectors", kHeaderInk);
+    Cell(canvas, 3, totalY, Fixed("%.1f", distance), kHeaderInk);
+    Cell(canvas, 4, totalY, Fixed("%.0f", time), kHeaderInk);
+    Cell(canvas, 5, totalY, Fixed("%.1f", fuel), kHeaderInk);
+}
+
+void PlanView::ScrollBy(int rows) {
+    int last = std::max(0, sectorCount_ - VisibleRows());
+    int row = std::clamp(static_cast<int>(g_app.PlanScrollRow) + rows, 0, last);
+    g_app.PlanScrollRow = static_cast<std::uint32_t>(row);
+}
+
+void PlanView::PenDown(int /*x*/, int y) {
+    dragY_ = y;
+    if (y < kFirstRowY)
+        return;
+    int row = (y - kFirstRowY) / kRowHeight;
+    if (row >= VisibleRows())
+        return;
+    int sector = static_cast<int>(g_app.PlanScrollRow) + row;
+    if (sector < sectorCount_)
+        g_app.HighlightedSector = static_cast<std::uint32_t>(sector);
+}
+
+void PlanView::PenMove(int /*x*/, int y) {
+    int rows = (dragY_ - y) / kRowHeight;
+    if (rows == 0)
+        return;
+    ScrollBy(rows);
+    dragY_ -= rows * kRowHeight;
+}
+
+}  // namespace aerix

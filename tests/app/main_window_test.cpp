@@ -1,0 +1,315 @@
+#include "app/main_window.hpp"
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <map>
+
+#include "app/command_ids.hpp"
+#include "app/state/app_state.hpp"
+#include "app/state/settings.hpp"
+#include "platform/recording_canvas.hpp"
+#include "store/record_store.hpp"
+#include "test_platform.hpp"
+
+namespace aerix {
+namespace {
+
+using namespace cmd;
+
+class FakeWindow : public WindowHost {
+  public:
+    bool otherInstance = false;
+    bool canCreate = true;
+    bool latLonShown = false, scaleShown = false;
+    int quits = 0, beeps = 0, childWindows = 0;
+    std::filesystem::path helpPage;
+    std::deque<std::function<void()>> posted;
+
+    bool RaiseOtherInstance() override { return otherInstance; }
+    bool CreateMainWindow() override { return canCreate; }
+    void ShowMainWindow() override {}
+    void CreateChildWindows() override { ++childWindows; }
+    void ShowLatLonReadout(bool shown) override { latLonShown = shown; }
+    void ShowScaleReadout(bool shown) override { scaleShown = shown; }
+    void Post(std::function<void()> work) override { posted.push_back(std::move(work)); }
+    void Beep() override { ++beeps; }
+    bool OpenHelp(const std::filesystem::path& page) override {
+        helpPage = page;
+        return true;
+    }
+    void Quit(int) override { ++quits; }
+    void RunPosted() {
+        while (!posted.empty()) {
+            auto work = std::move(posted.front());
+            posted.pop_front();
+            work();
+        }
+    }
+};
+
+class ScriptedDialogs : public DialogHost {
+  public:
+    std::map<Dialog, int> answers;  // missing: kDialogOk
+    std::vector<Dialog> opened;
+    int Run(Dialog dialog) override {
+        opened.push_back(dialog);
+        if (dialog == Dialog::Loading)
+            g_app.ArraysPending = 0;
+        auto it = answers.find(dialog);
+        return it == answers.end() ? kDialogOk : it->second;
+    }
+    int Count(Dialog dialog) const {
+        return static_cast<int>(std::count(opened.begin(), opened.end(), dialog));
+    }
+};
+
+class MainWindowTest : public ::testing::Test {
+  public:
+    testing::TestPlatform platform_;
+    platform::FixedMemoryStatus memory_{40};
+    FakeWindow window_;
+    ScriptedDialogs dialogs_;
+    std::unique_ptr<MainWindow> main_;
+
+    MainWindowTest() { platform::Sys().memory = &memory_; }
+    ~MainWindowTest() override {
+        if (main_ && !main_->QuitRequested())
+            main_->Destroy();
+    }
+
+    bool Start() {
+        main_ = std::make_unique<MainWindow>(window_, dialogs_);
+        // The chooser picks "World" when asked.
+        platform_.Ui().ChooseNext(
+            platform::FileDialogResult{platform_.Root() / "World.CDB", u"World.CDB"});
+        return main_->InitInstance();
+    }
+    std::vector<std::string> Boxes() { return platform_.Ui().BoxTexts(); }
+};
+
+TEST_F(MainWindowTest, StartUpCreatesPlan1AndChoosesTheDatabase) {
+    ASSERT_TRUE(Start());
+    EXPECT_EQ(g_app.ActivePlanName.utf8(), "Plan1");
+    EXPECT_NE(g_app.CurrentPlanId, 0u);
+    EXPECT_TRUE(DatabaseOfType(g_app.CurrentPlanId, schema::kPlanType));
+    EXPECT_EQ(g_app.NavDatabaseName.utf8(), "World");
+    EXPECT_EQ(g_app.PortName.utf8(), "COM1:");
+    EXPECT_EQ(g_app.ViewStateWord, 0x64001Fu);
+    EXPECT_EQ(g_app.ArraysPending, 1);
+    EXPECT_EQ(g_app.ViewMode, static_cast<std::uint32_t>(kViewNone));
+    EXPECT_EQ(window_.childWindows, 1);
+    EXPECT_EQ(dialogs_.opened, (std::vector<Dialog>{Dialog::Splash, Dialog::Disclaimer}));
+    // First run: EnableHotKeys is 1 in memory, so the buttons are registered.
+    EXPECT_TRUE(platform_.Keys().IsRegistered(193));
+    EXPECT_TRUE(Boxes().empty());
+}
+
+TEST_F(MainWindowTest, StartUpRefusals) {
+    struct Case {
+        const char* name;
+        std::function<void(MainWindowTest&)> arrange;
+        std::vector<std::string> boxes;
+    };
+    const Case cases[] = {
+        {"second instance", [](MainWindowTest& t) { t.window_.otherInstance = true; }, {}},
+        {"no window", [](MainWindowTest& t) { t.window_.canCreate = false; }, {}},
+        {"disclaimer EXIT",
+         [](MainWindowTest& t) { t.dialogs_.answers[Dialog::Disclaimer] = kDialogCancel; },
+         {}},
+        {"memory at 75", [](MainWindowTest& t) { t.memory_.SetLoad(75); }, {kMemoryLowText}},
+        {"chooser cancelled",
+         [](MainWindowTest& t) { t.platform_.Ui().ChooseNext(std::nullopt); },
+         {}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        platform_.Restart();
+        platform::Sys().memory = &memory_;
+        memory_.SetLoad(74);
+        window_ = FakeWindow{};
+        dialogs_ = ScriptedDialogs{};
+        platform_.Ui().Clear();
+        c.arrange(*this);
+        main_ = std::make_unique<MainWindow>(window_, dialogs_);
+        EXPECT_FALSE(main_->InitInstance());
+        EXPECT_EQ(Boxes(), c.boxes);
+        EXPECT_EQ(window_.childWindows, 0);
+        main_.reset();
+    }
+}
+
+TEST_F(MainWindowTest, FeedsNeedAMovingView) {
+    ASSERT_TRUE(Start());
+    main_->OnCommand(kShowPlan);
+    const std::pair<unsigned, const char*> refusals[] = {
+        {kConnectGps, "Select Map, HSI or AERIX view before connecting GPS"},
+        {kStartSimulation, "Select Map, HSI or AERIX view before starting simulation"},
+        {kPlaybackNorm, "Select Map, HSI or AERIX view before GPS data playback"},
+        {kPlaybackFast, "Select Map, HSI or AERIX view before GPS data playback"},
+    };
+    for (auto [id, text] : refusals) {
+        platform_.Ui().Clear();
+        main_->OnCommand(id);
+        ASSERT_EQ(platform_.Ui().Boxes().size(), 1u);
+        EXPECT_EQ(platform_.Ui().Boxes()[0].text, text);
+        EXPECT_EQ(platform_.Ui().Boxes()[0].caption, "Warning");
+        EXPECT_EQ(g_app.GpsSource, static_cast<std::uint32_t>(kSourceNone));
+        EXPECT_TRUE(main_->Menu().Enabled(id));
+        EXPECT_FALSE(main_->Menu().Enabled(kStopSimulation));
+    }
+}
+
+TEST_F(MainWindowTest, SimulationStartAndStopSwitchTheMenu) {
+    ASSERT_TRUE(Start());
+    main_->OnCommand(kShowMap);
+    main_->OnCommand(kStartSimulation);
+    EXPECT_EQ(g_app.GpsSource, static_cast<std::uint32_t>(kSourceSimulated));
+    EXPECT_EQ(platform_.Ui().Titles().back(), "Simulated GPS data");
+    for (unsigned id : {kConnectGps, kStartSimulation, kPlaybackNorm, kPlaybackFast})
+        EXPECT_FALSE(main_->Menu().Enabled(id)) << id;
+    for (unsigned id : {kStopSimulation, kNextWaypoint, kGpsData})
+        EXPECT_TRUE(main_->Menu().Enabled(id)) << id;
+    // A second start while one runs changes nothing.
+    main_->OnCommand(kStartSimulation);
+    EXPECT_EQ(g_app.GpsSource, static_cast<std::uint32_t>(kSourceSimulated));
+
+    main_->OnCommand(kStopSimulation);
+    EXPECT_EQ(g_app.GpsSource, static_cast<std::uint32_t>(kSourceNone));
+    EXPECT_EQ(platform_.Ui().Titles().back(), "Aerix");
+    for (unsigned id : {kConnectGps, kStartSimulation, kPlaybackNorm})
+        EXPECT_TRUE(main_->Menu().Enabled(id)) << id;
+    for (unsigned id : {kStopSimulation, kNextWaypoint, kGpsData})
+        EXPECT_FALSE(main_->Menu().Enabled(id)) << id;
+}
+
+TEST_F(MainWindowTest, InstrumentViewsLoadTheArraysOnce) {
+    ASSERT_TRUE(Start());
+    main_->OnCommand(kShowAerix);
+    main_->OnCommand(kShowHsi);
+    EXPECT_EQ(dialogs_.Count(Dialog::Loading), 1);
+    EXPECT_FALSE(main_->Menu().Enabled(kScaleIn));
+    EXPECT_FALSE(main_->Menu().Enabled(kScaleOut));
+    // A new sector sets the arrays pending again.
+    main_->OnCommand(kNewSector);
+    main_->OnCommand(kShowAerix);
+    EXPECT_EQ(dialogs_.Count(Dialog::Loading), 2);
+}
+
+TEST_F(MainWindowTest, KeysRouteByViewAndLimits) {
+    ASSERT_TRUE(Start());
+    const std::pair<unsigned, std::uint32_t> buttons[] = {
+        {193, kViewPlan}, {194, kViewMap}, {195, kViewInstruments}, {196, kViewInstruments}};
+    for (auto [key, view] : buttons) {
+        main_->OnKeyUp(key);
+        EXPECT_EQ(g_app.ViewMode, view) << key;
+    }
+    main_->OnKeyUp(195);
+    EXPECT_EQ(g_app.InstrumentAerix, 1);  // 195 is AERIX
+    main_->OnKeyUp(196);
+    EXPECT_EQ(g_app.InstrumentAerix, 0);  // 196 is HSI
+
+    // Instrument range: Up doubles below 16, Down halves from 2.
+    for (int i = 0; i < 6; ++i)
+        main_->OnKeyUp(vk::kUp);
+    EXPECT_EQ(g_app.InstrumentRangeStep, 16u);
+    for (int i = 0; i < 6; ++i)
+        main_->OnKeyUp(vk::kDown);
+    EXPECT_EQ(g_app.InstrumentRangeStep, 1u);
+
+    main_->OnKeyUp(194);
+    for (int i = 0; i < 4; ++i)
+        main_->OnKeyUp(vk::kUp);
+    EXPECT_EQ(g_app.MapZoom, 4.0);
+    for (int i = 0; i < 6; ++i)
+        main_->OnKeyUp(vk::kDown);
+    EXPECT_EQ(g_app.MapZoom, 0.25);
+    main_->OnKeyUp(vk::kLeft);
+    EXPECT_EQ(g_app.ScaleStep, 1);
+    main_->OnKeyUp(vk::kRight);
+    EXPECT_EQ(g_app.ScaleStep, -1);
+
+    // Unregistered buttons do nothing.
+    main_->OnCommand(kShowMap);
+    platform_.Keys().Unregister(193);
+    main_->OnKeyUp(193);
+    EXPECT_EQ(g_app.ViewMode, static_cast<std::uint32_t>(kViewMap));
+}
+
+TEST_F(MainWindowTest, ConfirmationsActOnlyOnYes) {
+    ASSERT_TRUE(Start());
+    int reversed = 0, recomputed = 0;
+    main_->SetPlanOperations([&] { ++reversed; }, [&] { ++recomputed; });
+    main_->OnCommand(kReversePlan);  // the scripted box answers No
+    main_->OnCommand(kEditSector);
+    EXPECT_EQ(reversed + recomputed, 0);
+    EXPECT_EQ(dialogs_.Count(Dialog::EditSector), 0);
+    platform_.Ui().AnswerNext(platform::kIdYes);
+    main_->OnCommand(kReversePlan);
+    platform_.Ui().AnswerNext(platform::kIdYes);
+    main_->OnCommand(kEditSector);
+    EXPECT_EQ(reversed, 1);
+    EXPECT_EQ(recomputed, 2);
+    EXPECT_EQ(dialogs_.Count(Dialog::EditSector), 1);
+    auto boxes = platform_.Ui().Boxes();
+    ASSERT_EQ(boxes.size(), 4u);
+    EXPECT_EQ(boxes[0].text, "Reverse current plan?");
+    EXPECT_EQ(boxes[1].text, "Edit highlighted sector?");
+    EXPECT_EQ(boxes[1].caption, "Warning");
+}
+
+TEST_F(MainWindowTest, CalibrationPaintsOnceThenOpensTheDialog) {
+    ASSERT_TRUE(Start());
+    main_->OnCommand(kCalibrateNe);
+    EXPECT_EQ(g_app.ViewMode, static_cast<std::uint32_t>(kViewCalibrate));
+    EXPECT_EQ(g_app.CalibrateCorner, 1);
+    platform::RecordingCanvas canvas;
+    main_->OnPaint(canvas);
+    EXPECT_EQ(window_.beeps, 1);
+    EXPECT_EQ(g_app.ViewMode, static_cast<std::uint32_t>(kViewMapEdit));
+    window_.RunPosted();
+    EXPECT_EQ(dialogs_.Count(Dialog::Calibrate), 1);
+}
+
+TEST_F(MainWindowTest, ExitSavesTwiceAndStopsTheFeed) {
+    ASSERT_TRUE(Start());
+    int acRegWrites = 0;
+    platform_.Registry().SetFaultInjector([&](platform::RegOp op, std::u16string_view name) {
+        if (op == platform::RegOp::SetValue && name == u"AcReg")
+            ++acRegWrites;
+        return 0L;
+    });
+    main_->OnCommand(kShowMap);
+    main_->OnCommand(kStartSimulation);
+    main_->OnCommand(kExit);
+    EXPECT_EQ(acRegWrites, 1);
+    EXPECT_EQ(g_app.GpsSource, static_cast<std::uint32_t>(kSourceNone));
+    EXPECT_FALSE(g_app.GpsThread.joinable());
+    EXPECT_FALSE(platform_.Keys().IsRegistered(193));
+    main_->Destroy();
+    EXPECT_EQ(acRegWrites, 2);
+    EXPECT_EQ(window_.quits, 1);
+    platform_.Restart();
+    CreateDefaultSettings();
+    LoadSettings();
+    EXPECT_EQ(g_app.ActivePlanName.utf8(), "Plan1");
+    EXPECT_EQ(g_app.NavDatabaseName.utf8(), "World");
+}
+
+TEST_F(MainWindowTest, MenuTableIsComplete) {
+    MenuState state;
+    // Every identifier appears once; the greyed ones start disabled.
+    std::map<unsigned, int> seen;
+    for (const auto& e : MenuTable())
+        ++seen[e.id];
+    EXPECT_EQ(seen.size(), 50u);
+    for (auto [id, n] : seen)
+        EXPECT_EQ(n, 1) << id;
+    for (unsigned id : {kNextWaypoint, kScaleIn, kScaleOut, kGpsData, kCalibrateNe, kCalibrateSw,
+                        kStopPlayback, kStopSimulation, kDisconnectGps})
+        EXPECT_FALSE(state.Enabled(id)) << id;
+    EXPECT_TRUE(state.Enabled(kConnectGps));
+}
+
+}  // namespace
+}  // namespace aerix
