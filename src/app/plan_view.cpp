@@ -24,9 +24,9 @@ struct Column {
     unsigned align;
 };
 constexpr Column kColumns[] = {
-    {1, 16, platform::kTextLeft},     {17, 112, platform::kTextLeft},
-    {113, 139, platform::kTextRight}, {141, 175, platform::kTextRight},
-    {177, 205, platform::kTextRight}, {207, 238, platform::kTextRight},
+    {1, 18, platform::kTextLeft},     {20, 104, platform::kTextLeft},
+    {105, 130, platform::kTextRight}, {132, 168, platform::kTextRight},
+    {170, 202, platform::kTextRight}, {204, 238, platform::kTextRight},
 };
 constexpr const char* kHeadings[] = {"#", "From > To", "Hdg", "Dist", "Time", "Fuel"};
 

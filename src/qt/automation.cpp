@@ -1,0 +1,87 @@
+#include "qt/automation.hpp"
+
+#include <QFile>
+#include <QTimer>
+#include <iostream>
+
+#include "app/command_ids.hpp"
+#include "qt/main_frame.hpp"
+#include "qt/qt_ui.hpp"
+
+namespace aerix::qt {
+
+bool SaveScreenshot(QWidget& window, const QString& path) {
+    QPixmap shot = window.grab();
+    if (shot.isNull() || !shot.save(path, "PNG")) {
+        std::cerr << "aerix: could not save screenshot " << path.toStdString() << std::endl;
+        return false;
+    }
+    return true;
+}
+
+Automation::Automation(MainFrame& frame, QtUi& ui, QStringList lines)
+    : QObject(&frame), frame_(frame), ui_(ui), lines_(std::move(lines)) {}
+
+bool Automation::Load(const QString& path, QStringList* lines) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        std::cerr << "aerix: cannot read script " << path.toStdString() << std::endl;
+        return false;
+    }
+    *lines = QString::fromUtf8(file.readAll()).split('\n');
+    return true;
+}
+
+void Automation::Start() {
+    QTimer::singleShot(0, this, &Automation::Step);
+}
+
+void Automation::Step() {
+    while (next_ < lines_.size()) {
+        QString line = lines_[next_++].trimmed();
+        if (line.isEmpty() || line.startsWith('#'))
+            continue;
+        QStringList words = line.split(' ', Qt::SkipEmptyParts);
+        QString verb = words[0].toLower();
+        std::cerr << "step: " << line.toStdString() << std::endl;
+        bool ok = true;
+        if (verb == "command" && words.size() == 2) {
+            frame_.Logic().OnCommand(words[1].toUInt(&ok));
+        } else if (verb == "key" && words.size() == 2) {
+            frame_.Logic().OnKeyUp(words[1].toUInt(&ok));
+        } else if (verb == "tap" && words.size() == 3) {
+            bool okY = true;
+            frame_.Logic().OnPenDown(words[1].toInt(&ok), words[2].toInt(&okY));
+            ok = ok && okY;
+        } else if (verb == "answer" && words.size() == 2) {
+            static const std::map<QString, int> answers = {{"yes", platform::kIdYes},
+                                                           {"no", platform::kIdNo},
+                                                           {"ok", platform::kIdOk},
+                                                           {"cancel", platform::kIdCancel}};
+            auto it = answers.find(words[1].toLower());
+            ok = it != answers.end();
+            if (ok)
+                ui_.AnswerNext(it->second);
+        } else if (verb == "wait" && words.size() == 2) {
+            double seconds = words[1].toDouble(&ok);
+            if (ok) {
+                QTimer::singleShot(static_cast<int>(seconds * 1000), this, &Automation::Step);
+                return;
+            }
+        } else if (verb == "screenshot" && words.size() == 2) {
+            SaveScreenshot(frame_, words[1]);
+        } else if (verb == "exit") {
+            frame_.Logic().OnCommand(cmd::kExit);
+            return;
+        } else {
+            ok = false;
+        }
+        if (!ok)
+            std::cerr << "aerix: script line not understood: " << line.toStdString() << std::endl;
+        // Let the window paint between steps.
+        QTimer::singleShot(0, this, &Automation::Step);
+        return;
+    }
+}
+
+}  // namespace aerix::qt

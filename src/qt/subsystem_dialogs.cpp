@@ -1,0 +1,9 @@
+#include "qt/subsystem_dialogs.hpp"
+
+namespace aerix::qt {
+
+// Each subsystem's widgets add their Register calls here as they are built; a dialog not
+// registered leaves its command doing nothing.
+void RegisterSubsystemDialogs(QtDialogHost& /*host*/) {}
+
+}  // namespace aerix::qt
