@@ -65,8 +65,8 @@ TEST(RecordLayout, EveryKindWritesAllItsPropertiesInItsOrderWithItsTypes) {
         }
         return t;
     };
-    EXPECT_EQ(types(ToProps(WaypointRecord{})), "ss44d2s2s" + std::string(10, 's'));
-    EXPECT_EQ(types(ToProps(MapRecord{})), "s" + std::string(13, 'd'));
+    EXPECT_EQ(types(ToProps(WaypointRecord{})), "ss44d2s2sssssssssss");
+    EXPECT_EQ(types(ToProps(MapRecord{})), "sddddddddddddd");
     EXPECT_EQ(types(ToProps(SectorRecord{})),
               "2ssssddd22dds"
               "d44442s");
