@@ -497,9 +497,14 @@ CeOid DbVolume::WriteRecord(CeOid dbOid, CeOid oid, std::span<const PropVal> pro
     const auto& sorts = db->info.sorts;
     thread_local std::vector<std::uint8_t> blob;
     thread_local std::vector<PropVal> merged;
-    Transaction tx(*this);
-    if (!tx.Open())
-        return 0;
+    // A new record whose id is already reserved is one INSERT, a transaction of its own; an
+    // overwrite reads and writes the record in one transaction.
+    std::optional<Transaction> tx;
+    if (oid != 0 || nextOid_ >= reservedEnd_) {
+        tx.emplace(*this);
+        if (!tx->Open())
+            return 0;
+    }
 
     bool moved = true;
     std::span<const PropVal> record = props;
@@ -564,7 +569,7 @@ CeOid DbVolume::WriteRecord(CeOid dbOid, CeOid oid, std::span<const PropVal> pro
         else
             stmt.BindNull(at + 1);
     }
-    if (!stmt.Run() || !tx.Commit())
+    if (!stmt.Run() || (tx && !tx->Commit()))
         return 0;
     ++dataGeneration_;
     if (moved)
