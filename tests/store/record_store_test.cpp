@@ -184,6 +184,7 @@ TEST_F(RecordStoreTest, DamagedNavVolumeIsReportedAndKept) {
     g_app.NavDatabaseName.assign(u"Bad");
     auto file = tp_.Root() / "My Documents" / "Aerix" / "Bad.CDB";
     testing::WriteFile(file, "not a volume");
+    ASSERT_NE(CreateDatabase(u"Bad", schema::kMapsType, schema::kWptName), 0u);  // in the store
     EXPECT_FALSE(MountNavVolume());
     EXPECT_FALSE(OpenNavDatabase(u"Bad", schema::kWptName));
     EXPECT_EQ(Boxes(), (std::vector<std::string>{"Could not create database volume",
