@@ -10,35 +10,31 @@ namespace aerix::qt {
 
 namespace {
 
-// A canvas that owns its painter over an image of the bitmap's memory.
-class BitmapCanvas : public QPainterCanvas {
-  public:
-    BitmapCanvas(QImage image, QPainter* painter)
-        : QPainterCanvas(*painter, image.width(), image.height()),
-          image_(std::move(image)),
-          painter_(painter) {}
-    ~BitmapCanvas() override {
-        painter_->end();
-        delete painter_;
-    }
-
-    static std::unique_ptr<platform::Canvas> Make(platform::Bitmap& bitmap) {
-        QImage image = ImageOver(bitmap);
-        auto* painter = new QPainter();
+// The image over the bitmap and the painter on it, alive before the canvas that uses them.
+struct ImagePainter {
+    explicit ImagePainter(QImage over) : image(std::move(over)) {
         if (!image.isNull())
-            painter->begin(&image);
-        return std::make_unique<BitmapCanvas>(std::move(image), painter);
+            painter.begin(&image);
     }
+    ~ImagePainter() {
+        if (painter.isActive())
+            painter.end();
+    }
+    QImage image;
+    QPainter painter;
+};
 
-  private:
-    QImage image_;
-    QPainter* painter_;
+class BitmapCanvas : private ImagePainter, public QPainterCanvas {
+  public:
+    explicit BitmapCanvas(platform::Bitmap& bitmap)
+        : ImagePainter(ImageOver(bitmap)),
+          QPainterCanvas(painter, bitmap.Width(), bitmap.Height()) {}
 };
 
 }  // namespace
 
 std::unique_ptr<platform::Canvas> QtGraphics::CanvasOn(platform::Bitmap& bitmap) {
-    return BitmapCanvas::Make(bitmap);
+    return std::make_unique<BitmapCanvas>(bitmap);
 }
 
 bool QtGraphics::LoadImage(const std::string& path, platform::Bitmap* out, std::string* error) {
