@@ -1,5 +1,6 @@
 #include "qt/automation.hpp"
 
+#include <QApplication>
 #include <QFile>
 #include <QTimer>
 #include <iostream>
@@ -11,7 +12,9 @@
 namespace aerix::qt {
 
 bool SaveScreenshot(QWidget& window, const QString& path) {
-    QPixmap shot = window.grab();
+    // A dialog covers the main window while it is open: that is what the screen shows.
+    QWidget* shown = QApplication::activeModalWidget();
+    QPixmap shot = (shown && shown->isVisible() ? shown : &window)->grab();
     if (shot.isNull() || !shot.save(path, "PNG")) {
         std::cerr << "aerix: could not save screenshot " << path.toStdString() << std::endl;
         return false;

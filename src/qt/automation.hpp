@@ -36,7 +36,8 @@ class Automation : public QObject {
     int next_ = 0;
 };
 
-// Saves the window as shown; false when the file cannot be written.
+// Saves the window as shown (the open dialog, if one covers it); false when the file cannot be
+// written.
 bool SaveScreenshot(QWidget& window, const QString& path);
 
 }  // namespace aerix::qt

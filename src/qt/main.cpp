@@ -131,7 +131,8 @@ int main(int argc, char** argv) {
         [&frame] { frame.InvalidateView(); });
     if (qEnvironmentVariableIsSet("AERIX_TIMING")) {
         frame.onFirstPaint = [&] {
-            std::cerr << "first-paint-ms: " << started.elapsed() - splashMs << std::endl;
+            std::cerr << "first-paint-ms: " << started.elapsed() - splashMs
+                      << " splash-ms: " << splashMs << std::endl;
         };
     }
     platform.ReportLoadProblems();
@@ -144,13 +145,7 @@ int main(int argc, char** argv) {
         return 0;
     ui.ClearFileAnswers();
 
-    if (options.view)
-        frame.Logic().OnCommand(ViewCommand(*options.view));
-    if (options.simulate)
-        frame.Logic().OnCommand(cmd::kStartSimulation);
-    if (options.playback && PutPlaybackFile(*options.playback))
-        frame.Logic().OnCommand(options.fast ? cmd::kPlaybackFast : cmd::kPlaybackNorm);
-
+    // Armed first: a view or feed started below may open a dialog that runs its own loop.
     if (options.screenshot) {
         QString file = QString::fromStdString(*options.screenshot);
         QTimer::singleShot(static_cast<int>(options.screenshotAfter * 1000), &frame,
@@ -159,6 +154,13 @@ int main(int argc, char** argv) {
                                frame.Logic().OnCommand(cmd::kExit);
                            });
     }
+    if (options.view)
+        frame.Logic().OnCommand(ViewCommand(*options.view));
+    if (options.simulate)
+        frame.Logic().OnCommand(cmd::kStartSimulation);
+    if (options.playback && PutPlaybackFile(*options.playback))
+        frame.Logic().OnCommand(options.fast ? cmd::kPlaybackFast : cmd::kPlaybackNorm);
+
     if (automatic) {
         QStringList lines;
         if (!qt::Automation::Load(qEnvironmentVariable("AERIX_SCRIPT"), &lines))
