@@ -61,8 +61,11 @@ void PlanView::Paint(platform::Canvas& canvas) {
 
     canvas.FillRect(Rect{0, kTop, 240, kBottom}, platform::kWhite);
     canvas.SetFont(platform::Font{11, true});
-    std::string title = "PLAN " + Utf16ToUtf8(g_app.ActivePlanName.view()) + "   A/c " +
-                        Utf16ToUtf8(g_app.AircraftReg.view());
+    // Appended piece by piece: g++ 12 at -O3 warns falsely on chained operator+.
+    std::string title = "PLAN ";
+    title.append(Utf16ToUtf8(g_app.ActivePlanName.view()));
+    title.append("   A/c ");
+    title.append(Utf16ToUtf8(g_app.AircraftReg.view()));
     canvas.DrawText(title, Rect{2, kTop, 238, kTop + kRowHeight},
                     platform::kTextLeft | platform::kTextVCenter | platform::kTextSingleLine,
                     kHeaderInk, platform::kWhite, true);
@@ -97,8 +100,13 @@ void PlanView::Paint(platform::Canvas& canvas) {
         bool active = static_cast<std::uint32_t>(i) == g_app.ActiveSectorIndex &&
                       g_app.GpsSource != kSourceNone;
         canvas.SetFont(platform::Font{11, active});
-        Cell(canvas, 0, y, (active ? ">" : "") + std::to_string(s.SectorNumber), platform::kBlack);
-        Cell(canvas, 1, y, Utf16ToUtf8(s.Text401) + ">" + Utf16ToUtf8(s.Text402), platform::kBlack);
+        std::string number = active ? ">" : "";
+        number.append(std::to_string(s.SectorNumber));
+        Cell(canvas, 0, y, number, platform::kBlack);
+        std::string legText = Utf16ToUtf8(s.Text401);
+        legText.append(">");
+        legText.append(Utf16ToUtf8(s.Text402));
+        Cell(canvas, 1, y, legText, platform::kBlack);
         Cell(canvas, 2, y, Fixed("%03.0f", s.MagneticHeading), platform::kBlack);
         Cell(canvas, 3, y, Fixed("%.1f", s.Distance), platform::kBlack);
         Cell(canvas, 4, y, Fixed("%.0f", s.Time), platform::kBlack);
@@ -108,7 +116,10 @@ void PlanView::Paint(platform::Canvas& canvas) {
     canvas.MoveTo(0, totalY);
     canvas.LineTo(240, totalY);
     canvas.SetFont(platform::Font{11, true});
-    Cell(canvas, 1, totalY, "Total " + std::to_string(sectorCount_) + " sectors", kHeaderInk);
+    std::string total = "Total ";
+    total.append(std::to_string(sectorCount_));
+    total.append(" sectors");
+    Cell(canvas, 1, totalY, total, kHeaderInk);
     Cell(canvas, 3, totalY, Fixed("%.1f", distance), kHeaderInk);
     Cell(canvas, 4, totalY, Fixed("%.0f", time), kHeaderInk);
     Cell(canvas, 5, totalY, Fixed("%.1f", fuel), kHeaderInk);
