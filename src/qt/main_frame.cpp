@@ -34,7 +34,7 @@ class ViewArea : public QWidget {
         if (frame_->onFirstPaint) {
             auto first = std::move(frame_->onFirstPaint);
             frame_->onFirstPaint = nullptr;
-            QMetaObject::invokeMethod(this, first, Qt::QueuedConnection);
+            first();
         }
     }
     void mousePressEvent(QMouseEvent* event) override {

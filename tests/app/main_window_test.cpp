@@ -313,3 +313,38 @@ TEST_F(MainWindowTest, MenuTableIsComplete) {
 
 }  // namespace
 }  // namespace aerix
+
+namespace aerix {
+namespace {
+
+TEST(MemoryStatusTest, LoadFromProcMeminfo) {
+    struct Case {
+        const char* text;
+        bool readable;
+        std::uint32_t load;
+    };
+    const Case cases[] = {
+        {"MemTotal:  1000 kB\nMemFree:  100 kB\nMemAvailable:  250 kB\n", true, 75},
+        {"MemTotal:  1000 kB\nMemFree:  260 kB\n", true, 74},  // an old kernel: MemFree
+        {"MemTotal:  0 kB\nMemAvailable:  0 kB\n", true, 0},
+        {"MemFree:  100 kB\n", false, 0},
+        {"", false, 0},
+    };
+    testing::TempDir dir;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.text);
+        testing::WriteFile(dir.Path() / "meminfo", c.text);
+        platform::ProcMemoryStatus status(dir.Path() / "meminfo");
+        platform::MemoryStatusRecord record;
+        ASSERT_EQ(status.Query(&record), c.readable);
+        if (c.readable) {
+            EXPECT_EQ(record.memoryLoad, c.load);
+        }
+    }
+    platform::ProcMemoryStatus missing(dir.Path() / "none");
+    platform::MemoryStatusRecord record;
+    EXPECT_FALSE(missing.Query(&record));
+}
+
+}  // namespace
+}  // namespace aerix
