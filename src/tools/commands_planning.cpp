@@ -253,6 +253,8 @@ void RunSectorDialog(ToolContext& ctx, SectorDialog& d) {
 }
 
 void UseDb(const SectorArgs& a) {
+    if (g_app.ActivePlanName.empty())
+        throw ToolFailure("no active plan: make one with plan new NAME");
     if (!a.db.empty())
         g_app.NavDatabaseName.assign(Utf8ToUtf16(a.db));
 }
@@ -286,25 +288,23 @@ void PrintPlan(ToolContext& ctx) {
         platform::CeOid oid = h.Read(props);
         if (oid == 0)
             break;
-        Json record = Json::object();
-        record["oid"] = oid;
-        Json values = Json::object();
-        for (const PropVal& p : props) {
-            std::string key = std::to_string(platform::PropNumber(p.propId));
-            std::visit(
-                [&](const auto& v) {
+        std::string line = "{\"oid\": " + std::to_string(oid) + ", \"props\": {";
+        for (std::size_t i = 0; i < props.size(); ++i) {
+            Json value = std::visit(
+                [](const auto& v) -> Json {
                     using T = std::decay_t<decltype(v)>;
                     if constexpr (std::is_same_v<T, std::u16string>)
-                        values[key] = Utf16ToUtf8(v);
+                        return Utf16ToUtf8(v);
                     else if constexpr (std::is_same_v<T, std::vector<std::uint8_t>>)
-                        values[key] = v.size();
+                        return v.size();
                     else
-                        values[key] = v;
+                        return v;
                 },
-                p.value);
+                props[i].value);
+            line += (i ? ", \"" : "\"") + std::to_string(platform::PropNumber(props[i].propId)) +
+                    "\": " + value.dump(-1, ' ', false, Json::error_handler_t::replace);
         }
-        record["props"] = values;
-        ctx.Out().Emit(record);
+        std::cout << line << "}}\n";
     }
     ctx.Out().Emit(TotalsJson(log));
 }
