@@ -11,6 +11,8 @@
 #include "gps/fix_publication.hpp"
 #include "gps/gps_port.hpp"
 #include "gps/port_device_setting.hpp"
+#include "planning/sector_computation.hpp"
+#include "planning/sector_dialog.hpp"
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
 #include "store/nav_database_chooser.hpp"
@@ -48,7 +50,13 @@ void DrawPlaceholder(platform::Canvas& canvas, const char* name) {
 
 }  // namespace
 
-MainWindow::MainWindow(WindowHost& host, DialogHost& dialogs) : host_(host), dialogs_(dialogs) {}
+MainWindow::MainWindow(WindowHost& host, DialogHost& dialogs)
+    : host_(host),
+      dialogs_(dialogs),
+      // Reversing recomputes the route itself; an edited sector is recomputed with its own
+      // airspeed.
+      reversePlan_(ReversePlan),
+      recomputePlan_([] { RecomputePlanRoute(0); }) {}
 
 MainWindow::~MainWindow() {
     SetFeedCommandSink({});
@@ -70,6 +78,7 @@ bool MainWindow::InitInstance() {
     g_app.ViewStateWord = kViewStatePreset;
     CreateDefaultData();
     InstallPlanLegSource();
+    InstallPlanningHooks();
     // A feed that ends itself asks for its stop command; it runs on this thread.
     SetFeedCommandSink([this](FeedCommand command) {
         host_.Post([this, command] { OnCommand(static_cast<unsigned>(command)); });
@@ -147,7 +156,7 @@ void MainWindow::OnCommand(unsigned id) {
             break;
         case kDeleteSector:
             if (platform::AskWarning("Delete highlighted sector?"))
-                DeleteSector(g_app.HighlightedSector);
+                DeletePlanSector(g_app.HighlightedSector);
             break;
         case kInsertSector:
             if (platform::AskWarning("Insert after highlighted sector?"))

@@ -58,7 +58,8 @@ class MainWindow {
     const MenuState& Menu() const { return menu_; }
     bool QuitRequested() const { return quitRequested_; }
 
-    // The plan operations of the sector computation: reverse the active plan, recompute it.
+    // The plan operations: reverse the active plan, recompute it (the sector computation's by
+    // default; tests count them).
     void SetPlanOperations(std::function<void()> reverse, std::function<void()> recompute);
 
   private:

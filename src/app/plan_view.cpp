@@ -5,8 +5,8 @@
 #include <string>
 
 #include "app/state/app_state.hpp"
+#include "planning/flight_log.hpp"
 #include "platform/text.hpp"
-#include "store/record_store.hpp"
 
 namespace aerix {
 
@@ -46,17 +46,9 @@ void Cell(platform::Canvas& canvas, int column, int y, const std::string& text,
 
 }  // namespace
 
-std::vector<SectorRecord> PlanView::ReadSectors() {
-    std::vector<SectorRecord> sectors;
-    SectorRecord r;
-    while (ReadActivePlanSector(static_cast<std::uint32_t>(sectors.size()), r))
-        sectors.push_back(r);
-    return sectors;
-}
-
 void PlanView::Paint(platform::Canvas& canvas) {
-    auto sectors = ReadSectors();
-    sectorCount_ = static_cast<int>(sectors.size());
+    FlightLog log = BuildFlightLog();
+    sectorCount_ = static_cast<int>(log.rows.size());
     ScrollBy(0);
 
     canvas.FillRect(Rect{0, kTop, 240, kBottom}, platform::kWhite);
@@ -77,40 +69,32 @@ void PlanView::Paint(platform::Canvas& canvas) {
     canvas.LineTo(240, kFirstRowY - 1);
 
     canvas.SetFont(platform::Font{11, false});
-    if (sectors.empty()) {
+    if (log.rows.empty()) {
         canvas.DrawText("No sectors - Edit, New sector", Rect{0, kFirstRowY, 240, kFirstRowY + 20},
                         platform::kTextCenter | platform::kTextSingleLine, platform::kBlack,
                         platform::kWhite, true);
         return;
     }
 
-    double distance = 0, time = 0, fuel = 0;
-    for (const auto& s : sectors) {
-        distance += s.Distance;
-        time += s.Time;
-        fuel += s.Fuel;
-    }
     int rows = VisibleRows();
     int first = static_cast<int>(g_app.PlanScrollRow);
     for (int i = first; i < sectorCount_ && i < first + rows; ++i) {
-        const auto& s = sectors[static_cast<std::size_t>(i)];
+        const auto& row = log.rows[static_cast<std::size_t>(i)];
         int y = kFirstRowY + (i - first) * kRowHeight;
-        if (static_cast<std::uint32_t>(i) == g_app.HighlightedSector)
+        if (row.highlighted)
             canvas.FillRect(Rect{0, y, 240, y + kRowHeight}, kHighlight);
-        bool active = static_cast<std::uint32_t>(i) == g_app.ActiveSectorIndex &&
-                      g_app.GpsSource != kSourceNone;
-        canvas.SetFont(platform::Font{11, active});
-        std::string number = active ? ">" : "";
-        number.append(std::to_string(s.SectorNumber));
+        canvas.SetFont(platform::Font{11, row.active});
+        std::string number = row.active ? ">" : "";
+        number.append(std::to_string(row.sector.SectorNumber));
         Cell(canvas, 0, y, number, platform::kBlack);
-        std::string legText = Utf16ToUtf8(s.Text401);
+        std::string legText = row.From();
         legText.append(">");
-        legText.append(Utf16ToUtf8(s.Text402));
+        legText.append(row.To());
         Cell(canvas, 1, y, legText, platform::kBlack);
-        Cell(canvas, 2, y, Fixed("%03.0f", s.MagneticHeading), platform::kBlack);
-        Cell(canvas, 3, y, Fixed("%.1f", s.Distance), platform::kBlack);
-        Cell(canvas, 4, y, Fixed("%.0f", s.Time), platform::kBlack);
-        Cell(canvas, 5, y, Fixed("%.1f", s.Fuel), platform::kBlack);
+        Cell(canvas, 2, y, row.MagHeading(), platform::kBlack);
+        Cell(canvas, 3, y, row.Distance(), platform::kBlack);
+        Cell(canvas, 4, y, row.Time(), platform::kBlack);
+        Cell(canvas, 5, y, row.Fuel(), platform::kBlack);
     }
     int totalY = kFirstRowY + rows * kRowHeight;
     canvas.MoveTo(0, totalY);
@@ -120,9 +104,9 @@ void PlanView::Paint(platform::Canvas& canvas) {
     total.append(std::to_string(sectorCount_));
     total.append(" sectors");
     Cell(canvas, 1, totalY, total, kHeaderInk);
-    Cell(canvas, 3, totalY, Fixed("%.1f", distance), kHeaderInk);
-    Cell(canvas, 4, totalY, Fixed("%.0f", time), kHeaderInk);
-    Cell(canvas, 5, totalY, Fixed("%.1f", fuel), kHeaderInk);
+    Cell(canvas, 3, totalY, Fixed("%.1f", log.totalDistance), kHeaderInk);
+    Cell(canvas, 4, totalY, FormatLogTime(log.totalTime), kHeaderInk);
+    Cell(canvas, 5, totalY, Fixed("%.1f", log.totalFuel), kHeaderInk);
 }
 
 void PlanView::ScrollBy(int rows) {

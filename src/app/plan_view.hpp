@@ -2,10 +2,7 @@
 // the highlighted sector (the one Edit, Insert and Delete act on) filled, scrolled by pen.
 #pragma once
 
-#include <vector>
-
 #include "platform/canvas.hpp"
-#include "store/records.hpp"
 
 namespace aerix {
 
@@ -25,9 +22,6 @@ class PlanView {
     static int VisibleRows() { return (kBottom - kFirstRowY) / kRowHeight - 1; }
 
   private:
-    // Every sector of the active plan, in order.
-    static std::vector<SectorRecord> ReadSectors();
-
     int dragY_ = 0;
     int sectorCount_ = 0;
 };
