@@ -100,10 +100,7 @@ void PlanView::Paint(platform::Canvas& canvas) {
     canvas.MoveTo(0, totalY);
     canvas.LineTo(240, totalY);
     canvas.SetFont(platform::Font{11, true});
-    std::string total = "Total ";
-    total.append(std::to_string(sectorCount_));
-    total.append(" sectors");
-    Cell(canvas, 1, totalY, total, kHeaderInk);
+    Cell(canvas, 1, totalY, "Total", kHeaderInk);
     Cell(canvas, 3, totalY, Fixed("%.1f", log.totalDistance), kHeaderInk);
     Cell(canvas, 4, totalY, FormatLogTime(log.totalTime), kHeaderInk);
     Cell(canvas, 5, totalY, Fixed("%.1f", log.totalFuel), kHeaderInk);
