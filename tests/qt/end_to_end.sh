@@ -18,7 +18,8 @@ command 40057
 # MAP, then the simulator.
 command 40040
 command 40057
-wait 1.5
+# Long enough for a second start to find this one and give way.
+wait 4
 # AERIX (the loading dialog runs), HSI, back to PLAN.
 command 40053
 command 40041
@@ -29,11 +30,18 @@ exit
 SCRIPT
 sed -i "s|SHOT|$work/plan.png|" "$work/script"
 
+cat >"$work/session" <<SESSION
+"$aerix" --home "$root" --accept-disclaimer --database World --view plan 2>"$work/stderr" &
+first=\$!
+sleep 2.5
+# A second start on the same data root raises the first window and exits at once.
+timeout 10 "$aerix" --home "$root" --accept-disclaimer 2>"$work/second.stderr"
+echo \$? >"$work/second.code"
+wait \$first
+SESSION
 set +e
 AERIX_SPLASH_MS=100 AERIX_SCRIPT="$work/script" timeout 60 \
-    xvfb-run -a -s "-screen 0 800x700x24" \
-    "$aerix" --home "$root" --accept-disclaimer --database World --view plan --scale 1 \
-    2>"$work/stderr"
+    xvfb-run -a -s "-screen 0 800x700x24" bash "$work/session"
 code=$?
 set -e
 fail() {
@@ -43,6 +51,7 @@ fail() {
     exit 1
 }
 [ "$code" -eq 0 ] || fail "aerix exited with $code"
+[ "$(cat "$work/second.code")" -eq 0 ] || fail "the second start did not give way"
 grep -qF "box: [Warning] Select Map, HSI or AERIX view before starting simulation" "$work/stderr" ||
     fail "no warning for the simulator in the PLAN view"
 [ "$(grep -c 'Select Map, HSI or AERIX view' "$work/stderr")" -eq 1 ] ||
