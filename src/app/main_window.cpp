@@ -11,6 +11,7 @@
 #include "gps/fix_publication.hpp"
 #include "gps/gps_port.hpp"
 #include "gps/port_device_setting.hpp"
+#include "planning/plan_dialogs.hpp"
 #include "planning/sector_computation.hpp"
 #include "planning/sector_dialog.hpp"
 #include "platform/message_box.hpp"
@@ -127,7 +128,12 @@ void MainWindow::OnCommand(unsigned id) {
             dialogs_.Run(Dialog::NewPlan);
             break;
         case kOpenPlan:
-            dialogs_.Run(Dialog::OpenPlan);
+            // Another plan: the arrays reload, the plan is recomputed with the aircraft's
+            // airspeeds and a feed flying the old one stops.
+            if (dialogs_.Run(Dialog::OpenPlan) == kDialogOk) {
+                AfterPlanOpened();
+                StopRunningFeed();
+            }
             break;
         case kDeletePlan:
             dialogs_.Run(Dialog::DeletePlan);
@@ -501,10 +507,7 @@ void MainWindow::Destroy() {
     ExitSequence();
 }
 
-void MainWindow::ExitSequence() {
-    SaveSettings();
-    SavePortDevice();
-    CloseGpsPort();
+void MainWindow::StopRunningFeed() {
     switch (g_app.GpsSource) {
         case kSourceRealtime:
             OnCommand(kDisconnectGps);
@@ -516,6 +519,13 @@ void MainWindow::ExitSequence() {
             OnCommand(kStopPlayback);
             break;
     }
+}
+
+void MainWindow::ExitSequence() {
+    SaveSettings();
+    SavePortDevice();
+    CloseGpsPort();
+    StopRunningFeed();
     if (g_app.EnableHotKeys == 1)
         UnregisterViewHotKeys();
     if (!quitRequested_) {

@@ -64,6 +64,8 @@ class MainWindow {
 
   private:
     void ExitSequence();
+    // The stop command of the feed that runs, if any.
+    void StopRunningFeed();
     void ShowView(unsigned id);
     void ShowInstruments(bool aerix);
     void LoadArraysIfPending();

@@ -348,3 +348,24 @@ TEST(MemoryStatusTest, LoadFromProcMeminfo) {
 
 }  // namespace
 }  // namespace aerix
+
+namespace aerix {
+namespace {
+
+TEST_F(MainWindowTest, OpeningAPlanStopsTheFeed) {
+    ASSERT_TRUE(Start());
+    main_->OnCommand(cmd::kShowMap);
+    main_->OnCommand(cmd::kStartSimulation);
+    g_app.ArraysPending = 0;
+    dialogs_.answers[Dialog::OpenPlan] = kDialogCancel;
+    main_->OnCommand(cmd::kOpenPlan);
+    EXPECT_EQ(g_app.GpsSource, static_cast<std::uint32_t>(kSourceSimulated));
+    dialogs_.answers[Dialog::OpenPlan] = kDialogOk;
+    main_->OnCommand(cmd::kOpenPlan);
+    EXPECT_EQ(g_app.GpsSource, static_cast<std::uint32_t>(kSourceNone));
+    EXPECT_EQ(g_app.ArraysPending, 1);
+    EXPECT_TRUE(main_->Menu().Enabled(cmd::kStartSimulation));
+}
+
+}  // namespace
+}  // namespace aerix
