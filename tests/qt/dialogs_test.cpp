@@ -115,3 +115,47 @@ TEST_F(ShellDialogsTest, SplashClosesOnTapAboutOnOk) {
 
 }  // namespace
 }  // namespace aerix::qt
+
+#include <QLineEdit>
+#include <QListWidget>
+
+#include "qt/plan_dialog_widgets.hpp"
+#include "store/record_store.hpp"
+
+namespace aerix::qt {
+namespace {
+
+TEST(PlanDialogWidgetsTest, NewOpenAndDeleteAPlan) {
+    testing::TestPlatform platform;
+    QWidget parent;
+    QtDialogHost host(&parent);
+    RegisterPlanDialogs(host);
+    auto newPlan = [&](const QString& name) {
+        return RunAndDrive(host, Dialog::NewPlan, [name](QWidget* d) {
+            d->findChild<QLineEdit*>("name")->setText(name);
+            Click(d, "ok");
+        });
+    };
+    EXPECT_EQ(newPlan("Trip"), 1);
+    EXPECT_EQ(newPlan("Home"), 1);
+    EXPECT_EQ(g_app.ActivePlanName.utf8(), "Home");
+
+    auto tap = [&](Dialog dialog, const QString& name) {
+        return RunAndDrive(host, dialog, [name](QWidget* d) {
+            auto* list = d->findChild<QListWidget*>("plans");
+            auto found = list->findItems(name, Qt::MatchExactly);
+            ASSERT_EQ(found.size(), 1);
+            emit list->itemClicked(found[0]);
+        });
+    };
+    EXPECT_EQ(tap(Dialog::OpenPlan, "Trip"), 1);
+    EXPECT_EQ(g_app.ActivePlanName.utf8(), "Trip");
+    // The active plan is refused; another goes without a question.
+    EXPECT_EQ(tap(Dialog::DeletePlan, "Trip"), 1);
+    EXPECT_EQ(platform.Ui().BoxTexts().back(), "Cannot delete - active plan");
+    EXPECT_EQ(tap(Dialog::DeletePlan, "Home"), 1);
+    EXPECT_EQ(DatabaseNames(schema::kPlanType), std::vector<std::u16string>{u"Trip"});
+}
+
+}  // namespace
+}  // namespace aerix::qt
