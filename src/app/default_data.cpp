@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "aircraft/aircraft.hpp"
 #include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "store/record_store.hpp"
@@ -207,8 +208,8 @@ void CreateDefaultData() {
             WriteAll(h, DefaultAircraft(), WriteAircraft);
         } else if (h) {
             PropVal key = PropVal::Text(600, std::u16string(g_app.AircraftReg.view()));
-            if (h.SeekValue(key) != 0)
-                ReadAircraft(h, kFromCurrent, 0, g_app.CurrentAircraft);
+            if (h.SeekValue(key) != 0 && ReadAircraft(h, kFromCurrent, 0, g_app.CurrentAircraft))
+                ApplyAircraftToState(g_app.CurrentAircraft);
         }
     }
     if (CreateStationsDatabase() != 0) {

@@ -10,7 +10,7 @@ namespace aerix {
 
 // Makes sure "Aircraft", "Stations", "Envelopes", "Maps" and "WindTable" exist, filling those it
 // creates. With "Aircraft" already there, reads the aircraft named by g_app.AircraftReg into
-// g_app.CurrentAircraft.
+// g_app.CurrentAircraft (and its taxi fuel and fuel units into g_app).
 void CreateDefaultData();
 
 // The default rows, in the order they are written.

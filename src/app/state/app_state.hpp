@@ -142,6 +142,16 @@ struct AppState {
     std::vector<std::u16string> StorageList;
     WideBuf<260> SelectedStorage;
     WideBuf<260> BitmapSearchPattern;
+    // ---- Flight planning and the current aircraft's fuel figures (planning/, aircraft/) ----
+    // Taxi fuel and fuel-units code (1 lb, 2 kg, 3 ltr, 4 Imp gal, 5 US gal) of the current
+    // aircraft, set whenever it is loaded.
+    double TaxiFuel = 0.0;
+    std::uint32_t FuelUnits = 0;
+    // Left by the fuel plan: climb + cruise + descent fuel of the plan, and the total last shown.
+    double PlanTripFuel = 0.0;
+    std::uint32_t PlanTotalFuel = 0;
+    // The sector the PLAN view highlights (0 = first): the one the sector commands act on.
+    std::uint32_t HighlightedSector = 0;
 
     // ---- GPS feeds: receiver, playback and simulator (gps/) ----
     // Feeds publish whole fixes here; nothing else writes it but ClearVoid.
