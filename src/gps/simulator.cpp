@@ -77,6 +77,8 @@ void SimulatorThread(std::stop_token stop, SimStepObserver observer) {
         g_app.SimulatorStepCount.fetch_add(1);
         fix.latitude = startLatitude;
         fix.longitude = startLongitude;
+        // The readouts show the text, so it must always match the position published with it.
+        fix.positionText.assign(PositionText(fix.latitude, fix.longitude));
         g_app.PublishedFix.Publish(fix);
         if (observer)
             observer(legIndex);

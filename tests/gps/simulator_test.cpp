@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <string>
 #include <vector>
 
 #include "app/state/app_state.hpp"
 #include "gps/feeds.hpp"
+#include "gps/position_text.hpp"
 #include "gps/simulation_step.hpp"
 #include "gps/simulator.hpp"
 #include "support/test_platform.hpp"
@@ -36,6 +38,7 @@ TEST(SimulationStep, FliesTwoSecondsOfDistanceEachSecond) {
 struct Visit {
     int leg;
     double latitude, longitude, trueTrack, magneticTrack, groundSpeed;
+    std::u16string positionText;
 };
 
 class SimulatorTest : public ::testing::Test {
@@ -61,8 +64,8 @@ class SimulatorTest : public ::testing::Test {
         int changes = 0;
         SimulatorThread(stop.get_token(), [&](int leg) {
             GpsFix f = g_app.PublishedFix.Snapshot();
-            visits.push_back(
-                {leg, f.latitude, f.longitude, f.trueTrack, f.magneticTrack, f.groundSpeed});
+            visits.push_back({leg, f.latitude, f.longitude, f.trueTrack, f.magneticTrack,
+                              f.groundSpeed, std::u16string(f.positionText.view())});
             if (++steps % stepsPerLeg == 0) {
                 if (changes++ == legChanges)
                     stop.request_stop();
@@ -80,8 +83,12 @@ TEST_F(SimulatorTest, FliesEachLegFromItsStartAndTheLastOneAgain) {
     auto visits = Fly(3, 3);
     ASSERT_EQ(visits.size(), 12u);
     int expectedLegs[] = {0, 0, 0, 1, 1, 1, 2, 2, 2, 2, 2, 2};
-    for (std::size_t i = 0; i < visits.size(); ++i)
+    for (std::size_t i = 0; i < visits.size(); ++i) {
         EXPECT_EQ(visits[i].leg, expectedLegs[i]) << i;
+        // Every fix carries the text of its own position, the first of each leg too.
+        EXPECT_EQ(visits[i].positionText, PositionText(visits[i].latitude, visits[i].longitude))
+            << i;
+    }
     // First step of each leg: the start point exactly, with the leg's tracks and speed.
     EXPECT_EQ(visits[0].latitude, 60000.0);
     EXPECT_DOUBLE_EQ(visits[0].magneticTrack, 95.0);
