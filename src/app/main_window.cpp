@@ -20,6 +20,7 @@
 #include "store/record_store.hpp"
 #include "store/schema.hpp"
 #include "views/calibration_view.hpp"
+#include "views/chart_generator.hpp"
 #include "views/map_readouts.hpp"
 #include "views/map_view.hpp"
 
@@ -56,6 +57,12 @@ void DrawPlaceholder(platform::Canvas& canvas, const char* name) {
 
 }  // namespace
 
+void PaintMapFrame(platform::Canvas& canvas) {
+    CanvasReadouts readouts(canvas);
+    CenterMapOnPosition(canvas, &readouts, g_app.Fix.longitude * kDegreesPerUnit,
+                        g_app.Fix.latitude * kDegreesPerUnit);
+}
+
 MainWindow::MainWindow(WindowHost& host, DialogHost& dialogs)
     : host_(host),
       dialogs_(dialogs),
@@ -83,6 +90,9 @@ bool MainWindow::InitInstance() {
     LoadPortDevice();
     g_app.ViewStateWord = kViewStatePreset;
     CreateDefaultData();
+    // The default charts are drawn once, on the first start (the front end's graphics draw
+    // their labels).
+    GenerateMissingCharts(DefaultMaps());
     InstallPlanLegSource();
     InstallPlanningHooks();
     // A feed that ends itself asks for its stop command; it runs on this thread.
@@ -446,12 +456,9 @@ void MainWindow::OnPaint(platform::Canvas& canvas) {
         case kViewInstruments:
             DrawPlaceholder(canvas, g_app.InstrumentAerix ? "AERIX view" : "HSI view");
             break;
-        case kViewMap: {
-            CanvasReadouts readouts(canvas);
-            CenterMapOnPosition(canvas, &readouts, g_app.Fix.longitude * kDegreesPerUnit,
-                                g_app.Fix.latitude * kDegreesPerUnit);
+        case kViewMap:
+            PaintMapFrame(canvas);
             break;
-        }
         case kViewPickSector:
             g_app.ViewMode = kViewMapEdit;
             [[fallthrough]];

@@ -8,7 +8,9 @@
 #include "app/state/settings.hpp"
 #include "platform/object_store.hpp"
 #include "platform/text.hpp"
+#include "qt/graphics/headless.hpp"
 #include "tools/tool_context.hpp"
+#include "views/chart_generator.hpp"
 
 namespace aerix::tools {
 
@@ -96,6 +98,11 @@ void AddInit(CLI::App& app, ToolContext& ctx) {
         CreateDefaultSettings();
         LoadSettings();
         CreateDefaultData();
+        {
+            // After the platform, which installs a fresh set of services.
+            qt::HeadlessGraphics headless;
+            GenerateMissingCharts(DefaultMaps());
+        }
         auto boxes = ctx.Ui().Boxes().size();
         if (boxes != 0)
             throw ToolFailure("init finished with " + std::to_string(boxes) + " message(s)");

@@ -26,6 +26,7 @@ int main(int argc, char** argv) {
     AddGpsCommands(app, ctx);
     AddStoreCommands(app, ctx);
     AddPlanningCommands(app, ctx);
+    AddRenderCommands(app, ctx);
 
     try {
         app.parse(argc, argv);

@@ -51,5 +51,6 @@ void AddNavDataCommands(CLI::App& app, ToolContext& ctx);
 void AddGpsCommands(CLI::App& app, ToolContext& ctx);
 void AddStoreCommands(CLI::App& app, ToolContext& ctx);
 void AddPlanningCommands(CLI::App& app, ToolContext& ctx);
+void AddRenderCommands(CLI::App& app, ToolContext& ctx);
 
 }  // namespace aerix::tools

@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <filesystem>
 #include <map>
 
 #include "app/command_ids.hpp"
+#include "app/default_data.hpp"
 #include "app/state/app_state.hpp"
 #include "app/state/settings.hpp"
 #include "platform/recording_canvas.hpp"
@@ -102,6 +104,10 @@ TEST_F(MainWindowTest, StartUpCreatesPlan1AndChoosesTheDatabase) {
     EXPECT_EQ(dialogs_.opened, (std::vector<Dialog>{Dialog::Splash, Dialog::Disclaimer}));
     // First run: EnableHotKeys is 1 in memory, so the buttons are registered.
     EXPECT_TRUE(platform_.Keys().IsRegistered(193));
+    // The default charts are drawn on the first start.
+    for (const MapRecord& map : DefaultMaps())
+        EXPECT_TRUE(std::filesystem::exists(platform::Sys().root->Resolve(map.Path)))
+            << Utf16ToUtf8(map.Path);
     EXPECT_TRUE(Boxes().empty());
 }
 
