@@ -3,6 +3,7 @@
 #include <QImage>
 #include <QImageReader>
 #include <QPainter>
+#include <cstring>
 
 #include "qt/graphics/qpainter_canvas.hpp"
 
@@ -51,19 +52,31 @@ bool QtGraphics::LoadImage(const std::string& path, platform::Bitmap* out, std::
                      " x " + std::to_string(size.height()) + " pixels)";
         return false;
     }
-    QImage image = reader.read();
-    if (image.isNull()) {
+    // A large chart must not be held twice: the reader decodes straight into the bitmap's
+    // pixels when the file is 24- or 32-bit (most charts); other formats are decoded apart and
+    // copied in once their buffer is converted in place where Qt can.
+    platform::Bitmap bitmap(size.width(), size.height());
+    QImage image(reinterpret_cast<uchar*>(bitmap.Row(0)), size.width(), size.height(),
+                 size.width() * 4, QImage::Format_RGB32);
+    if (!reader.read(&image)) {
         if (error)
             *error = "Could not read image " + path + ": " + reader.errorString().toStdString();
         return false;
     }
-    image = image.convertToFormat(QImage::Format_RGB32);
-    platform::Bitmap bitmap(image.width(), image.height());
-    for (int y = 0; y < image.height(); ++y) {
-        const auto* src = reinterpret_cast<const std::uint32_t*>(image.constScanLine(y));
-        std::uint32_t* dst = bitmap.Row(y);
-        for (int x = 0; x < image.width(); ++x)
-            dst[x] = src[x] & 0x00FFFFFFu;
+    if (image.constBits() != reinterpret_cast<const uchar*>(bitmap.Row(0))) {
+        bitmap = platform::Bitmap();
+        image.convertTo(QImage::Format_RGB32);
+        bitmap = platform::Bitmap(image.width(), image.height());
+        for (int y = 0; y < image.height(); ++y)
+            std::memcpy(bitmap.Row(y), image.constScanLine(y),
+                        static_cast<std::size_t>(image.width()) * 4);
+    }
+    image = QImage();
+    // Bitmaps keep the top byte clear.
+    for (int y = 0; y < bitmap.Height(); ++y) {
+        std::uint32_t* row = bitmap.Row(y);
+        for (int x = 0; x < bitmap.Width(); ++x)
+            row[x] &= 0x00FFFFFFu;
     }
     *out = std::move(bitmap);
     return true;
