@@ -40,6 +40,9 @@ void UpdateActiveLeg(platform::Canvas& view) {
     DataBarInfo& bar = g_app.DataBar;
     bar = DataBarInfo();
     const SectorRecord* active = nullptr;
+    // Before the first fix the position is no position at all (0, 0 until a feed publishes): a
+    // paint then must not skip the legs the aircraft has not flown yet.
+    const bool haveFix = g_app.PublishedFix.Sequence() != 0;
     for (std::uint32_t i = 0; i < count; ++i) {
         const SectorRecord& s = sectors[i];
         double course = 0.0;
@@ -49,7 +52,7 @@ void UpdateActiveLeg(platform::Canvas& view) {
             continue;
         bool ahead = true;
         double angle = AngleOff(course, s.TrueCourse, &ahead);
-        if (!ahead && g_app.ActiveSectorIndex < count - 1) {
+        if (haveFix && !ahead && g_app.ActiveSectorIndex < count - 1) {
             // The next sector is looked at in this same pass.
             ++g_app.ActiveSectorIndex;
             g_app.LegChange.store(1);

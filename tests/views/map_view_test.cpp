@@ -272,6 +272,50 @@ TEST_F(MapViewTest, RouteIsBurntWithHalfAPixelAdded) {
     EXPECT_EQ(lines[1].pen.style, platform::PenStyle::Dash);
 }
 
+TEST_F(MapViewTest, SequencesOnlyOnAFixThatHasLeftTheWaypointBehind) {
+    g_app.ActivePlanName.assign(u"Trip");
+    CreatePlanDatabase(u"Trip");
+    DbHandle h = OpenDatabase(u"Trip", schema::kSecNumber);
+    // South along 1 E to 50 N, then east to 2 E.
+    for (int i = 0; i < 2; ++i) {
+        SectorRecord s;
+        s.SectorNumber = i + 1;
+        s.StartLatitude = (51 - i) * 6000;
+        s.StartLongitude = 1 * 6000;
+        s.EndLatitude = 50 * 6000;
+        s.EndLongitude = (1 + i) * 6000;
+        s.TrueCourse = i == 0 ? 180 : 90;
+        WriteSector(h, s);
+    }
+    struct Case {
+        const char* name;
+        bool published;
+        double latitude;  // along 1 E
+        std::uint32_t active;
+    } cases[] = {
+        // From 0, 0 the first waypoint bears north, behind a southbound leg.
+        {"no fix yet: the position is 0, 0", false, 0.0, 0},
+        {"short of the waypoint", true, 50.5, 0},
+        {"past the waypoint", true, 49.9, 1},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        ResetAppState();
+        g_app.ViewMode = kViewMap;
+        g_app.ActivePlanName.assign(u"Trip");
+        GpsFix fix;
+        fix.latitude = c.latitude * 6000;
+        fix.longitude = c.published ? 1 * 6000 : 0;
+        if (c.published)
+            g_app.PublishedFix.Publish(fix);
+        g_app.Fix = fix;
+        RecordingCanvas view;
+        UpdateActiveLeg(view);
+        EXPECT_EQ(g_app.ActiveSectorIndex, c.active);
+        EXPECT_EQ(g_app.LegChange.load(), c.active != 0 ? 1 : 0);
+    }
+}
+
 TEST_F(MapViewTest, CalibrationFileQuirks) {
     auto write = [&](std::string_view bytes) {
         testing::WriteFile(p.Data().ResolveForWrite("\\My Documents\\Aerix\\c.ndx"), bytes);
