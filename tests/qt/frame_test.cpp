@@ -104,6 +104,28 @@ TEST(QtGraphicsTest, DrawsIntoBitmapsAndRefusesHugeImages) {
     ASSERT_TRUE(graphics.LoadImage(file, &back, &error)) << error;
     EXPECT_EQ(back.Pixel(6, 3), platform::Rgb(255, 0, 0));
 
+    // Every kind of file ends as the same opaque pixels: 24- and 32-bit ones are decoded in
+    // place, the others converted.
+    const std::pair<QImage::Format, const char*> kinds[] = {
+        {QImage::Format_RGB32, "png"},      {QImage::Format_ARGB32, "png"},
+        {QImage::Format_Grayscale8, "png"}, {QImage::Format_RGB888, "bmp"},
+        {QImage::Format_Indexed8, "bmp"},   {QImage::Format_RGB888, "jpg"},
+    };
+    for (auto [format, suffix] : kinds) {
+        SCOPED_TRACE(std::string(suffix) + " " + std::to_string(format));
+        QImage image(7, 5, QImage::Format_RGB32);
+        image.fill(QColor(255, 255, 255));
+        image.setPixelColor(3, 2, QColor(0, 0, 0));
+        auto path = (dir.Path() / ("k." + std::string(suffix))).string();
+        ASSERT_TRUE(image.convertToFormat(format).save(QString::fromStdString(path), nullptr, 100));
+        ASSERT_TRUE(graphics.LoadImage(path, &back, &error)) << error;
+        ASSERT_EQ(back.Width(), 7);
+        ASSERT_EQ(back.Height(), 5);
+        EXPECT_EQ(back.Row(0)[0] >> 24, 0u);
+        EXPECT_GT(back.Pixel(0, 0).g, 240);
+        EXPECT_LT(back.Pixel(3, 2).r, 40);
+    }
+
     // A PNG header claiming 20000 x 20000 pixels.
     const char header[] =
         "\x89\x50\x4e\x47\x0d\x0a\x1a\x0a\x00\x00\x00\x0d\x49\x48\x44\x52\x00\x00\x4e\x20"

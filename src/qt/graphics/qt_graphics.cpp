@@ -52,6 +52,9 @@ bool QtGraphics::LoadImage(const std::string& path, platform::Bitmap* out, std::
                      " x " + std::to_string(size.height()) + " pixels)";
         return false;
     }
+    // The size was checked above; Qt's own default limit (256 MB) would refuse a chart of
+    // 8000 x 8000 pixels.
+    reader.setAllocationLimit(static_cast<int>(kMaxPixels * 4 / (1024 * 1024)) * 2);
     // A large chart must not be held twice: the reader decodes straight into the bitmap's
     // pixels when the file is 24- or 32-bit (most charts); other formats are decoded apart and
     // copied in once their buffer is converted in place where Qt can.
