@@ -2,6 +2,7 @@
 
 #include "app/command_ids.hpp"
 #include "app/default_data.hpp"
+#include "app/manual.hpp"
 #include "app/plan_legs.hpp"
 #include "app/state/app_state.hpp"
 #include "app/state/settings.hpp"
@@ -78,6 +79,7 @@ bool MainWindow::InitInstance() {
     LoadPortDevice();
     g_app.ViewStateWord = kViewStatePreset;
     CreateDefaultData();
+    InstallManual();
     InstallPlanLegSource();
     InstallPlanningHooks();
     // A feed that ends itself asks for its stop command; it runs on this thread.
