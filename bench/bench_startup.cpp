@@ -32,9 +32,20 @@ Run StartOnce(const std::string& home) {
     posix_spawn_file_actions_adddup2(&actions, pipeFds[1], 2);
     posix_spawn_file_actions_addclose(&actions, pipeFds[0]);
     std::string shot = home + "/shot.png";
-    std::vector<std::string> args = {AERIX_BINARY_PATH, "--home", home, "--accept-disclaimer",
-                                     "--database", "World", "--scale", "1", "--view", "plan",
-                                     "--screenshot", shot, "--screenshot-after", "0"};
+    std::vector<std::string> args = {AERIX_BINARY_PATH,
+                                     "--home",
+                                     home,
+                                     "--accept-disclaimer",
+                                     "--database",
+                                     "World",
+                                     "--scale",
+                                     "1",
+                                     "--view",
+                                     "plan",
+                                     "--screenshot",
+                                     shot,
+                                     "--screenshot-after",
+                                     "0"};
     std::vector<char*> argv;
     for (auto& a : args)
         argv.push_back(a.data());

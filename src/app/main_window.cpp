@@ -20,6 +20,9 @@
 #include "store/nav_database_chooser.hpp"
 #include "store/record_store.hpp"
 #include "store/schema.hpp"
+#include "views/calibration_view.hpp"
+#include "views/map_readouts.hpp"
+#include "views/map_view.hpp"
 
 namespace aerix {
 
@@ -29,6 +32,8 @@ using namespace cmd;
 using platform::Sys;
 
 constexpr std::uint32_t kViewStatePreset = 0x64001F;
+// CentiMinutes to degrees for the map.
+constexpr double kDegreesPerUnit = 0.00016666666666666666;
 
 // Start items of the three feeds, and the items that only mean something while one runs.
 constexpr unsigned kFeedStartItems[] = {kConnectGps, kStartSimulation, kPlaybackNorm,
@@ -186,7 +191,8 @@ void MainWindow::OnCommand(unsigned id) {
             break;
         case kScaleIn:
         case kScaleOut:
-            g_app.ScaleStep = id == kScaleIn ? 1 : -1;
+            // The next more (or less) detailed chart.
+            g_app.MapChangeRequest = id == kScaleIn ? 1 : -1;
             break;
         case kShowPlan:
         case kShowMap:
@@ -203,7 +209,14 @@ void MainWindow::OnCommand(unsigned id) {
                 ApplyReadouts();
             break;
         case kMapLoad:
-            dialogs_.Run(Dialog::MapLoad);
+            // A bitmap chosen to calibrate: shown under the calibration cross.
+            if (dialogs_.Run(Dialog::MapLoad) == kDialogOk) {
+                g_app.ViewMode = kViewMapEdit;
+                BeginCalibrationView();
+                LoadMapBitmap(g_app.CurrentMapPath.view());
+                menu_.Enable(kCalibrateNe, true);
+                menu_.Enable(kCalibrateSw, true);
+            }
             break;
         case kMapEdit:
             dialogs_.Run(Dialog::MapEdit);
@@ -383,8 +396,9 @@ void MainWindow::ApplyReadouts() {
         host_.ShowLatLonReadout(g_app.ShowLatLonHsi == 1);
         host_.ShowScaleReadout(g_app.ShowScaleHsi == 1);
     } else if (g_app.ViewMode == kViewMap) {
-        host_.ShowLatLonReadout(g_app.ShowLatLonMap == 1);
-        host_.ShowScaleReadout(g_app.ShowScaleMap == 1);
+        // The map view draws its readouts at their places itself (by shlinmap and shsinmap).
+        host_.ShowLatLonReadout(false);
+        host_.ShowScaleReadout(false);
     }
 }
 
@@ -434,18 +448,21 @@ void MainWindow::OnPaint(platform::Canvas& canvas) {
         case kViewInstruments:
             DrawPlaceholder(canvas, g_app.InstrumentAerix ? "AERIX view" : "HSI view");
             break;
-        case kViewMap:
-            DrawPlaceholder(canvas, "MAP view");
+        case kViewMap: {
+            CanvasReadouts readouts(canvas);
+            CenterMapOnPosition(canvas, &readouts, g_app.Fix.longitude * kDegreesPerUnit,
+                                g_app.Fix.latitude * kDegreesPerUnit);
             break;
+        }
         case kViewPickSector:
             g_app.ViewMode = kViewMapEdit;
             [[fallthrough]];
         case kViewMapEdit:
-            DrawPlaceholder(canvas, "MAP view");
+            PaintCalibrationView(canvas);
             break;
         case kViewCalibrate:
             host_.Beep();
-            DrawPlaceholder(canvas, "MAP view");
+            PaintCalibrationView(canvas);
             g_app.ViewMode = kViewMapEdit;
             // The dialog opens once this paint is over.
             host_.Post([this] { dialogs_.Run(Dialog::Calibrate); });
@@ -488,17 +505,23 @@ void MainWindow::OnKeyUp(unsigned key) {
 }
 
 void MainWindow::OnPenDown(int x, int y) {
-    if (g_app.ViewMode == kViewPlan) {
+    if (g_app.ViewMode == kViewPlan)
         planView_.PenDown(x, y);
-        Repaint();
-    }
+    else if (g_app.ViewMode == kViewMapEdit)
+        CalibrationPenDown(x, y);
+    else
+        return;
+    Repaint();
 }
 
 void MainWindow::OnPenMove(int x, int y) {
-    if (g_app.ViewMode == kViewPlan) {
+    if (g_app.ViewMode == kViewPlan)
         planView_.PenMove(x, y);
-        Repaint();
-    }
+    else if (g_app.ViewMode == kViewMapEdit)
+        CalibrationPenMove(x, y);
+    else
+        return;
+    Repaint();
 }
 
 void MainWindow::Exit() {

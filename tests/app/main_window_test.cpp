@@ -225,9 +225,9 @@ TEST_F(MainWindowTest, KeysRouteByViewAndLimits) {
         main_->OnKeyUp(vk::kDown);
     EXPECT_EQ(g_app.MapZoom, 0.25);
     main_->OnKeyUp(vk::kLeft);
-    EXPECT_EQ(g_app.ScaleStep, 1);
+    EXPECT_EQ(g_app.MapChangeRequest, 1);
     main_->OnKeyUp(vk::kRight);
-    EXPECT_EQ(g_app.ScaleStep, -1);
+    EXPECT_EQ(g_app.MapChangeRequest, -1);
 
     // Unregistered buttons do nothing.
     main_->OnCommand(kShowMap);

@@ -79,9 +79,13 @@ TEST_F(FrameTest, ChildWindowsSitAtTheirPlaces) {
     auto* latLon = view->findChild<QWidget*>("latLonReadout");
     EXPECT_EQ(latLon->geometry(), QRect(42, 44, 158, 16));
     EXPECT_TRUE(latLon->isHidden());
-    g_app.ShowLatLonMap = 1;
-    frame_.Logic().OnCommand(cmd::kShowMap);
+    g_app.ShowLatLonHsi = 1;
+    g_app.ArraysPending = 0;
+    frame_.Logic().OnCommand(cmd::kShowHsi);
     EXPECT_FALSE(latLon->isHidden());
+    // The map draws its own readouts at the same place.
+    frame_.Logic().OnCommand(cmd::kShowMap);
+    EXPECT_TRUE(latLon->isHidden());
     EXPECT_EQ(frame_.size(), QSize(240, 320));
 }
 
