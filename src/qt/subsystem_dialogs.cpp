@@ -2,6 +2,7 @@
 
 #include "qt/aircraft_dialog_widgets.hpp"
 #include "qt/gps_dialog_widgets.hpp"
+#include "qt/map_dialog_widgets.hpp"
 #include "qt/plan_dialog_widgets.hpp"
 #include "qt/planning_dialog_widgets.hpp"
 #include "qt/utility_dialog_widgets.hpp"
@@ -15,6 +16,7 @@ void RegisterSubsystemDialogs(QtDialogHost& host) {
     RegisterPlanningDialogs(host);
     RegisterAircraftDialogs(host);
     RegisterGpsDialogs(host);
+    RegisterMapDialogs(host);
     RegisterUtilityDialogs(host);
 }
 

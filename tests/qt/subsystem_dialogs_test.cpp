@@ -23,6 +23,7 @@
 #include "store/record_store.hpp"
 #include "test_platform.hpp"
 #include "utilities/altitude_dialogs.hpp"
+#include "views/map_types.hpp"
 
 namespace aerix::qt {
 namespace {
@@ -259,6 +260,58 @@ TEST_F(SubsystemDialogsTest, GpsDataShowsThePublishedFixEachSecond) {
         Click(d, "close");
     });
     EXPECT_EQ(result, kDialogCancel);
+    EXPECT_EQ(platform_.Ui().Titles().back(), "Aerix");
+}
+
+// --- maps ---
+
+TEST_F(SubsystemDialogsTest, LoadCalibrateAndRemoveCharts) {
+    testing::WriteFile(platform::Sys().root->ResolveForWrite("\\My Documents\\Aerix\\Field.bmp"),
+                       "BM");
+    int result = Run(Dialog::MapLoad, [](QWidget* d) {
+        EXPECT_EQ(Find<QListWidget>(d, "storage")->item(0)->text(), "Memory");
+        Click(d, "ok");  // does nothing
+        auto* list = Find<QListWidget>(d, "bitmaps");
+        auto found = list->findItems("Field.bmp", Qt::MatchExactly);
+        ASSERT_EQ(found.size(), 1);
+        emit list->itemClicked(found[0]);
+    });
+    EXPECT_EQ(result, kDialogOk);
+    EXPECT_EQ(g_app.CurrentMapPath.view(), u"\\My Documents\\Aerix\\Field.bmp");
+
+    g_app.CalibrateCorner = 1;
+    result = Run(Dialog::Calibrate, [](QWidget* d) {
+        Type(d, "latDeg", "51");
+        Type(d, "latMin", "30");
+        Click(d, "latHemisphere");
+        Type(d, "lonDeg", "1");
+        Type(d, "lonMin", "15");
+        Click(d, "lonHemisphere");
+        EXPECT_EQ(Find<QPushButton>(d, "lonHemisphere")->text(), "W");
+        Click(d, "ok");
+    });
+    EXPECT_EQ(result, kDialogOk);
+    EXPECT_DOUBLE_EQ(g_app.MapCalibration[kRefLat1], -51.5);
+    EXPECT_DOUBLE_EQ(g_app.MapCalibration[kRefLon1], -1.25);
+    EXPECT_EQ(g_app.CalibrationFirstDone, 1);
+
+    // Removing asks first; No keeps the chart.
+    auto maps = [] { return OpenDatabase(schema::kMapsName, schema::kMapPath).RecordCount(); };
+    std::uint32_t before = maps();
+    ASSERT_GT(before, 0u);
+    platform_.Ui().AnswerNext(platform::kIdNo);
+    platform_.Ui().AnswerNext(platform::kIdYes);
+    Run(Dialog::MapEdit, [&](QWidget* d) {
+        auto* list = Find<QListWidget>(d, "maps");
+        EXPECT_EQ(static_cast<std::uint32_t>(list->count()), before);
+        list->setCurrentRow(0);
+        Click(d, "remove");
+        EXPECT_EQ(static_cast<std::uint32_t>(list->count()), before);
+        Click(d, "remove");
+        EXPECT_EQ(static_cast<std::uint32_t>(list->count()), before - 1);
+        Click(d, "close");
+    });
+    EXPECT_EQ(maps(), before - 1);
     EXPECT_EQ(platform_.Ui().Titles().back(), "Aerix");
 }
 
