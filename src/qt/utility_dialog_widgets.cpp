@@ -211,8 +211,11 @@ class SunWidget : public DialogFrame {
             if (fields_[f]->text() != text)
                 fields_[f]->setText(text);
         }
-        if (model_.Focus() != SunDialog::kNoField)
+        // The model asks for the focus once (a field held to its maximum).
+        if (model_.Focus() != SunDialog::kNoField) {
             fields_[model_.Focus()]->setFocus();
+            model_.SetFocus(SunDialog::kNoField);
+        }
         hemispheres_[0]->setText(QString(QChar(model_.LatitudeHemisphere())));
         hemispheres_[1]->setText(QString(QChar(model_.LongitudeHemisphere())));
         date_->setText(ToQString(model_.DateLine()));
