@@ -39,22 +39,16 @@ class SectorWidget : public DialogFrame {
   public:
     SectorWidget(QWidget* parent, const QString& title, SectorDialog model)
         : DialogFrame(parent, title), model_(std::move(model)) {
-        // Which end a found waypoint or typed position fills.
-        auto* ends = new QHBoxLayout;
-        fromButton_ = new QRadioButton(QStringLiteral("From"), this);
+        // The two ends; the checked one is what a found waypoint or typed position fills.
+        fromButton_ = new QRadioButton(this);
         fromButton_->setObjectName("chooseFrom");
-        toButton_ = new QRadioButton(QStringLiteral("To"), this);
+        toButton_ = new QRadioButton(this);
         toButton_->setObjectName("chooseTo");
         toButton_->setChecked(true);
         fromButton_->setEnabled(model_.StartEditable());
-        ends->addWidget(fromButton_);
-        ends->addWidget(toButton_);
-        Body()->addLayout(ends);
-
-        auto* form = new QFormLayout;
-        fromText_ = AddFigure(form, QStringLiteral("From:"), "from");
-        toText_ = AddFigure(form, QStringLiteral("To:"), "to");
-        Body()->addLayout(form);
+        Body()->setSpacing(3);
+        Body()->addWidget(fromButton_);
+        Body()->addWidget(toButton_);
 
         auto* searchRow = new QHBoxLayout;
         search_ = new QLineEdit(this);
@@ -68,33 +62,42 @@ class SectorWidget : public DialogFrame {
         Body()->addLayout(searchRow);
         found_ = new QListWidget(this);
         found_->setObjectName("waypoints");
+        found_->setMinimumHeight(40);
         Body()->addWidget(found_, 1);
 
         auto* positionRow = new QHBoxLayout;
         position_ = new QLineEdit(this);
         position_->setObjectName("position");
-        position_->setPlaceholderText(QStringLiteral("LAT,LON (e.g. 51.47,-0.45)"));
+        position_->setPlaceholderText(QStringLiteral("LAT,LON (51.47,-0.45)"));
         auto* usePosition = new QPushButton(QStringLiteral("Use"), this);
         usePosition->setObjectName("usePosition");
         positionRow->addWidget(position_, 1);
         positionRow->addWidget(usePosition);
         Body()->addLayout(positionRow);
 
-        auto* values = new QFormLayout;
-        altitude_ = AddEntry(values, QStringLiteral("Altitude (ft)"), "altitude",
-                             ToQString(model_.AltitudeText()));
+        auto* figures = new QHBoxLayout;
+        figures->addWidget(new QLabel(QStringLiteral("Alt (ft)"), this));
+        altitude_ = new QLineEdit(ToQString(model_.AltitudeText()), this);
+        altitude_->setObjectName("altitude");
+        figures->addWidget(altitude_);
+        figures->addWidget(new QLabel(QStringLiteral("Var (W+)"), this));
+        variation_ = new QLineEdit(this);
+        variation_->setObjectName("variation");
+        figures->addWidget(variation_);
+        Body()->addLayout(figures);
+
+        auto* flight = new QHBoxLayout;
         phase_ = new QComboBox(this);
         phase_->setObjectName("phase");
         phase_->addItems(
             {QStringLiteral("Climb"), QStringLiteral("Cruise"), QStringLiteral("Descent")});
         phase_->setCurrentIndex(model_.Phase() - 1);
-        values->addRow(QStringLiteral("Phase"), phase_);
+        flight->addWidget(phase_, 1);
         stillAir_ = new QCheckBox(QStringLiteral("Still air"), this);
         stillAir_->setObjectName("stillAir");
         stillAir_->setChecked(model_.StillAir());
-        values->addRow(stillAir_);
-        variation_ = AddEntry(values, QStringLiteral("Variation (W+)"), "variation");
-        Body()->addLayout(values);
+        flight->addWidget(stillAir_);
+        Body()->addLayout(flight);
 
         if (model_.GetMode() == SectorDialog::Mode::kNew) {
             auto* row = new QHBoxLayout;
@@ -159,8 +162,8 @@ class SectorWidget : public DialogFrame {
     }
 
     void ShowEnds() {
-        fromText_->setText(EndText(model_.Start()));
-        toText_->setText(EndText(model_.End()));
+        fromButton_->setText(QStringLiteral("From: ") + EndText(model_.Start()));
+        toButton_->setText(QStringLiteral("To: ") + EndText(model_.End()));
         variation_->setText(ToQString(model_.VariationText()));
     }
 
@@ -177,8 +180,6 @@ class SectorWidget : public DialogFrame {
     std::vector<WaypointRecord> results_;
     QRadioButton* fromButton_;
     QRadioButton* toButton_;
-    QLabel* fromText_;
-    QLabel* toText_;
     QLineEdit* search_;
     QListWidget* found_;
     QLineEdit* position_;
@@ -245,19 +246,25 @@ class WindTableWidget : public DialogFrame {
     explicit WindTableWidget(QWidget* parent)
         : DialogFrame(parent, ToQString(WindTableDialog::kTitle)) {
         model_.Open();
-        auto* heading = new QLabel(QStringLiteral("Alt (ft)   Dir   Speed   Temp"), this);
+        // The lines are fixed-width columns: the heading uses the same font and spacing.
+        QFont fixed(QStringLiteral("Monospace"));
+        fixed.setStyleHint(QFont::TypeWriter);
+        fixed.setPixelSize(10);
+        auto* heading = new QLabel(QStringLiteral("Alt (ft)      Dir        Kt        °C"), this);
+        heading->setFont(fixed);
+        heading->setIndent(3);
         Body()->addWidget(heading);
         list_ = new QListWidget(this);
         list_->setObjectName("winds");
-        QFont fixed(QStringLiteral("Monospace"));
-        fixed.setStyleHint(QFont::TypeWriter);
         list_->setFont(fixed);
+        list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         Body()->addWidget(list_, 1);
         auto* row = new QHBoxLayout;
         for (auto [text, name] :
              {std::pair{"Add", "add"}, std::pair{"Edit", "edit"}, std::pair{"Delete", "delete"}}) {
             auto* button = new QPushButton(QString::fromLatin1(text), this);
             button->setObjectName(name);
+            button->setMinimumWidth(40);  // three to a row on the narrow screen
             row->addWidget(button);
             buttons_.push_back(button);
         }

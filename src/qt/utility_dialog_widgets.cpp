@@ -162,6 +162,7 @@ class SunWidget : public DialogFrame {
                 auto field = static_cast<SunDialog::Field>(f);
                 fields_[f] = new QLineEdit(this);
                 fields_[f]->setObjectName(kNames[f]);
+                fields_[f]->setMaximumWidth(40);
                 row->addWidget(fields_[f]);
                 connect(fields_[f], &QLineEdit::textEdited, this,
                         [this, field](const QString& text) {
@@ -170,6 +171,7 @@ class SunWidget : public DialogFrame {
                         });
             }
             auto* hemisphere = new QPushButton(this);
+            hemisphere->setFixedWidth(30);
             hemisphere->setObjectName(half == 0 ? "latHemisphere" : "lonHemisphere");
             row->addWidget(hemisphere);
             hemispheres_[half] = hemisphere;

@@ -140,7 +140,7 @@ TEST_F(SubsystemDialogsTest, NewSectorFromSearchAndPositionThenEditIt) {
         auto* list = Find<QListWidget>(d, "waypoints");
         ASSERT_EQ(list->count(), 1);
         Tap(list, 0);
-        EXPECT_TRUE(Text(d, "to").startsWith("Wellesbourne"));
+        EXPECT_EQ(Find<QRadioButton>(d, "chooseTo")->text(), "To: Wellesbourne (EGBW)");
         EXPECT_FALSE(Text(d, "variation").isEmpty());  // from the magnetic model
         Type(d, "altitude", "3500");
         Find<QComboBox>(d, "phase")->setCurrentIndex(0);
