@@ -224,6 +224,9 @@ bool DbVolume::Initialise(StoreError& error) {
     if (!sql_.Exec(
             "PRAGMA journal_mode=WAL; PRAGMA synchronous=NORMAL; PRAGMA wal_autocheckpoint=16384;"))
         return false;
+    // Reading a large navigation volume in name order visits its pages out of file order: map
+    // the file rather than read it a page at a time.
+    sql_.Exec("PRAGMA mmap_size=268435456");
     if (fresh) {
         bool made = sql_.Exec(
             "BEGIN IMMEDIATE;"
