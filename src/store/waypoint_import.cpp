@@ -59,10 +59,13 @@ bool IsUtf8(std::string_view s) {
     return true;
 }
 
-// A text cut to the characters the in-memory database keeps.
+// A text cut to the characters the in-memory database keeps, never inside a surrogate pair.
 std::u16string Cut(std::u16string text, std::size_t chars) {
-    if (text.size() > chars)
+    if (text.size() > chars) {
         text.resize(chars);
+        if (!text.empty() && text.back() >= 0xD800 && text.back() <= 0xDBFF)
+            text.pop_back();
+    }
     return text;
 }
 
@@ -328,7 +331,8 @@ class Parser {
                 error = "bad style";
                 return false;
             }
-            style = static_cast<int>(*s);
+            // A style beyond the known ones is an unknown style, however large.
+            style = *s >= 0 && *s < 100 ? static_cast<int>(*s) : 0;
         }
         r.WaypointType = CupStyleToType(style);
         if (!row.Raw("rwdir").empty()) {
@@ -345,7 +349,7 @@ class Parser {
                 error = "bad runway length";
                 return false;
             }
-            r.Number107 = static_cast<std::int16_t>(std::min(std::lround(*len), 32767L));
+            r.Number107 = static_cast<std::int16_t>(std::lround(std::min(*len, 32767.0)));
         }
         r.Text106 = row.Text("freq");
         r.FurtherTexts[kWptMunicipality] = row.Text("desc");

@@ -76,12 +76,13 @@ TEST(WaypointParse, CupFileWithBrokenLines) {
         "\"Bad elevation\",BE,GB,5100.000N,00100.000W,high,1,,,,\r\n"
         "\"A very long waypoint name that does not "
         "fit\",TOOLONG,GB,5100.000N,00100.000W,0m,19,,,,\r\n"
+        "\"Huge\",HG,GB,5100.000N,00100.000W,,99999999999999999999999,,99999999m,,\r\n"
         "-----Related Tasks-----\r\n"
         "\"Task\",\"LASHM\",\"LASHM\"\r\n";
     WaypointParse p = ParseWaypointFile(cup, "x.cup");
     EXPECT_EQ(p.format, WaypointFormat::kCup);
     EXPECT_EQ(ProblemLines(p), (std::vector<int>{3, 6, 7, 8}));
-    ASSERT_EQ(p.records.size(), 4u);
+    ASSERT_EQ(p.records.size(), 5u);
     const WaypointRecord& lasham = p.records[0];
     EXPECT_EQ(lasham.Name, u"Lasham, Hants");
     EXPECT_EQ(lasham.Ident, u"LASHM");
@@ -101,6 +102,8 @@ TEST(WaypointParse, CupFileWithBrokenLines) {
     EXPECT_EQ(p.records[3].WaypointType, 7);         // reporting point
     EXPECT_EQ(p.records[3].Name.size(), kWptNameChars);
     EXPECT_EQ(p.records[3].Ident, u"TOOLO");
+    EXPECT_EQ(p.records[4].WaypointType, 6);  // out-of-range style and length stay in range
+    EXPECT_EQ(p.records[4].Number107, 32767);
 }
 
 TEST(WaypointParse, OurAirportsAirportsAndNavaids) {
