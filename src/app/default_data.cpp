@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "aircraft/aircraft.hpp"
 #include "app/default_nav_database.hpp"
 #include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
@@ -210,8 +211,8 @@ void CreateDefaultData() {
             WriteAll(h, DefaultAircraft(), WriteAircraft);
         } else if (h) {
             PropVal key = PropVal::Text(600, std::u16string(g_app.AircraftReg.view()));
-            if (h.SeekValue(key) != 0)
-                ReadAircraft(h, kFromCurrent, 0, g_app.CurrentAircraft);
+            if (h.SeekValue(key) != 0 && ReadAircraft(h, kFromCurrent, 0, g_app.CurrentAircraft))
+                ApplyAircraftToState(g_app.CurrentAircraft);
         }
     }
     if (CreateStationsDatabase() != 0) {

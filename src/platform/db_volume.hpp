@@ -31,8 +31,9 @@ class DbVolume {
   public:
     // Opens the volume file, creating an empty one when it is missing and mayCreate is set.
     // A file that is not a valid volume is left untouched and gives nullptr (error kInvalidFile).
+    // An exclusive volume is held by this program alone until it is closed.
     static std::shared_ptr<DbVolume> Open(const std::filesystem::path& file, bool mayCreate,
-                                          StoreError& error);
+                                          bool exclusive, StoreError& error);
     ~DbVolume();
 
     std::mutex& Mutex() { return mutex_; }
@@ -79,6 +80,7 @@ class DbVolume {
 
     std::mutex mutex_;
     std::filesystem::path file_;
+    bool exclusive_ = false;
     SqliteDb sql_;
     SqliteStmt begin_, commit_, rollback_, dataVersion_, reserve_;
     std::map<CeOid, std::unique_ptr<DbMeta>> dbs_;

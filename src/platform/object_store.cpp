@@ -151,7 +151,7 @@ std::shared_ptr<DbVolume> ObjectStore::Volume(VolumeGuid guid) {
             StoreError error = StoreError::kNone;
             std::error_code ec;
             fs::create_directories(storeFile_.parent_path(), ec);
-            store_ = DbVolume::Open(storeFile_, true, error);
+            store_ = DbVolume::Open(storeFile_, true, false, error);
             if (!store_)
                 t_lastError = error;
         }
@@ -272,7 +272,9 @@ bool ObjectStore::MountVolume(const fs::path& file, std::uint32_t disposition, V
             return Fail(StoreError::kInvalidParameter, false);
     }
     StoreError error = StoreError::kNone;
-    auto volume = DbVolume::Open(key, true, error);
+    // A mounted volume belongs to this program until it is unmounted, as the pocket computer held
+    // a mounted volume file; that also spares every write the file locking.
+    auto volume = DbVolume::Open(key, true, true, error);
     if (!volume)
         return Fail(error, false);
     std::uint32_t id = nextGuid_++;

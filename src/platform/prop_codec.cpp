@@ -73,16 +73,22 @@ void EncodeProps(std::span<const PropVal> props, std::vector<std::uint8_t>& out)
     }
 }
 
+// Reuses out's elements (and their buffers), so reading record after record into the same vector
+// allocates next to nothing.
 bool DecodeProps(std::span<const std::uint8_t> blob, std::vector<PropVal>& out) {
-    out.clear();
     Reader r(blob);
-    while (!r.done()) {
+    std::size_t n = 0;
+    bool ok = true;
+    while (ok && !r.done()) {
         std::uint32_t id = 0;
-        if (!r.Get(id))
-            return false;
-        PropVal& p = out.emplace_back();
+        if (!r.Get(id)) {
+            ok = false;
+            break;
+        }
+        if (n == out.size())
+            out.emplace_back();
+        PropVal& p = out[n];
         p.propId = id;
-        bool ok = true;
         switch (PropType(id)) {
             case kCevtI2: {
                 std::int16_t v = 0;
@@ -121,34 +127,37 @@ bool DecodeProps(std::span<const std::uint8_t> blob, std::vector<PropVal>& out) 
                 break;
             }
             case kCevtLpwstr: {
-                std::uint32_t n = 0;
-                ok = r.Get(n) && n <= blob.size();
-                if (ok) {
-                    std::u16string text(n, u'\0');
-                    ok = r.GetBytes(text.data(), n * sizeof(char16_t));
-                    p.value = std::move(text);
-                }
+                std::uint32_t len = 0;
+                ok = r.Get(len) && len <= blob.size();
+                if (!ok)
+                    break;
+                auto* text = std::get_if<std::u16string>(&p.value);
+                if (!text)
+                    text = &p.value.emplace<std::u16string>();
+                text->resize(len);
+                ok = r.GetBytes(text->data(), len * sizeof(char16_t));
                 break;
             }
             case kCevtBlob: {
-                std::uint32_t n = 0;
-                ok = r.Get(n) && n <= blob.size();
-                if (ok) {
-                    std::vector<std::uint8_t> bytes(n);
-                    ok = r.GetBytes(bytes.data(), n);
-                    p.value = std::move(bytes);
-                }
+                std::uint32_t len = 0;
+                ok = r.Get(len) && len <= blob.size();
+                if (!ok)
+                    break;
+                auto* bytes = std::get_if<std::vector<std::uint8_t>>(&p.value);
+                if (!bytes)
+                    bytes = &p.value.emplace<std::vector<std::uint8_t>>();
+                bytes->resize(len);
+                ok = r.GetBytes(bytes->data(), len);
                 break;
             }
             default:
                 ok = false;
         }
-        if (!ok) {
-            out.pop_back();
-            return false;
-        }
+        if (ok)
+            ++n;
     }
-    return true;
+    out.resize(n);
+    return ok;
 }
 
 }  // namespace aerix::platform

@@ -135,6 +135,12 @@ DbHandle OpenEnvelopes(std::uint32_t* recordCount) {
 
 DbHandle OpenNavDatabase(std::u16string_view name, std::uint32_t sortProp,
                          std::uint32_t* recordCount) {
+    if (g_app.NavVolumeGuid == 0) {
+        // No volume is mounted: never fall back on the object store's own databases.
+        g_app.LastOpenedDatabaseId = 0;
+        platform::ShowError("Could not open Nav database");
+        return {};
+    }
     return OpenIn(NavVolume(), name, sortProp, recordCount, "Could not open Nav database");
 }
 

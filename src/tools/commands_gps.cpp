@@ -174,7 +174,9 @@ void AddSimulate(CLI::App& app, ToolContext& ctx) {
         SimulatorThread(stop.get_token(), [&](int legIndex) {
             ++steps;
             Json line{{"step", steps}, {"leg", legIndex}, {"timeMs", clock.NowMs()}};
-            for (auto& [key, value] : FixJson(g_app.PublishedFix.Snapshot()).items())
+            // The fix object must outlive the loop over it.
+            const Json fix = FixJson(g_app.PublishedFix.Snapshot());
+            for (auto& [key, value] : fix.items())
                 line[key] = value;
             ctx.Out().Emit(line);
             if (steps >= a->steps)

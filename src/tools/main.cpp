@@ -25,6 +25,7 @@ int main(int argc, char** argv) {
     AddNavDataCommands(app, ctx);
     AddGpsCommands(app, ctx);
     AddStoreCommands(app, ctx);
+    AddPlanningCommands(app, ctx);
 
     try {
         app.parse(argc, argv);

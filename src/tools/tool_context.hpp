@@ -50,5 +50,6 @@ void AddUtilitiesCommands(CLI::App& app, ToolContext& ctx);
 void AddNavDataCommands(CLI::App& app, ToolContext& ctx);
 void AddGpsCommands(CLI::App& app, ToolContext& ctx);
 void AddStoreCommands(CLI::App& app, ToolContext& ctx);
+void AddPlanningCommands(CLI::App& app, ToolContext& ctx);
 
 }  // namespace aerix::tools

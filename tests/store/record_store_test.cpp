@@ -65,8 +65,8 @@ TEST(RecordLayout, EveryKindWritesAllItsPropertiesInItsOrderWithItsTypes) {
         }
         return t;
     };
-    EXPECT_EQ(types(ToProps(WaypointRecord{})), "ss44d2s2s" + std::string(10, 's'));
-    EXPECT_EQ(types(ToProps(MapRecord{})), "s" + std::string(13, 'd'));
+    EXPECT_EQ(types(ToProps(WaypointRecord{})), "ss44d2s2sssssssssss");
+    EXPECT_EQ(types(ToProps(MapRecord{})), "sddddddddddddd");
     EXPECT_EQ(types(ToProps(SectorRecord{})),
               "2ssssddd22dds"
               "d44442s");
@@ -184,6 +184,7 @@ TEST_F(RecordStoreTest, DamagedNavVolumeIsReportedAndKept) {
     g_app.NavDatabaseName.assign(u"Bad");
     auto file = tp_.Root() / "My Documents" / "Aerix" / "Bad.CDB";
     testing::WriteFile(file, "not a volume");
+    ASSERT_NE(CreateDatabase(u"Bad", schema::kMapsType, schema::kWptName), 0u);  // in the store
     EXPECT_FALSE(MountNavVolume());
     EXPECT_FALSE(OpenNavDatabase(u"Bad", schema::kWptName));
     EXPECT_EQ(Boxes(), (std::vector<std::string>{"Could not create database volume",

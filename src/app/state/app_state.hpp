@@ -2,10 +2,13 @@
 // the whole run; every subsystem reads and writes its own group of fields in it directly.
 #pragma once
 
+#include <array>
 #include <atomic>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <thread>
+#include <vector>
 
 #include "gps/fix_publisher.hpp"
 #include "gps/gps_fix.hpp"
@@ -15,6 +18,7 @@
 #include "platform/text.hpp"
 #include "store/nav_types.hpp"
 #include "store/records.hpp"
+#include "views/map_types.hpp"
 
 namespace aerix {
 
@@ -100,6 +104,54 @@ struct AppState {
         platform::MakePropId(100, platform::kCevtLpwstr);
     std::uint32_t PlanSectorCount = 0;  // sectors of the loaded plan (kept by plan management)
     AircraftRecord CurrentAircraft;     // the aircraft named by AircraftReg, read at start
+
+    // ---- Map view and map management (views/) ----
+    // The chart now loaded: its pocket path, its pixels with the route burnt in (the map's
+    // drawing surface), its size and its calibration (MapRecord properties 301-313).
+    WideBuf<256> CurrentMapPath;
+    platform::Bitmap MapBitmap;
+    bool MapLoaded = false;
+    std::int32_t MapWidth = 0;
+    std::int32_t MapHeight = 0;
+    std::array<double, 13> MapCalibration{};
+    // Where the aircraft is normally drawn in the 240 x 240 chart area, the chart pixel drawn
+    // there, where the symbol really goes (chart-area coordinates) and the slack allowed beyond
+    // the right and bottom edges at zoom 1.
+    std::int32_t AnchorX = 120;
+    std::int32_t AnchorY = 120;
+    std::int32_t MapCenterX = 120;
+    std::int32_t MapCenterY = 120;
+    std::int32_t AircraftScreenX = 120;
+    std::int32_t AircraftScreenY = 120;
+    std::int32_t MapSlackX = 0;
+    std::int32_t MapSlackY = 0;
+    // 0.25, 0.5, 1, 2 or 4.
+    double MapZoom = 1.0;
+    // 0 choose by the present detail, 1 the next more detailed chart, -1 the next less detailed.
+    std::int32_t MapChangeRequest = 0;
+    std::uint8_t InvalidSignalPending = 0;
+    std::uint8_t SymbolBlink = 0;
+    // What the data bar shows: the waypoint being flown.
+    DataBarInfo DataBar;
+    // Calibration: the corner the pilot marks (1 NE = first reference point, 0 SW = second) and
+    // which corners have been entered.
+    std::uint8_t CalibrateCorner = 0;
+    std::uint8_t CalibrationFirstDone = 0;
+    std::uint8_t CalibrationSecondDone = 0;
+    // "Load bitmap (to calibrate)": the storage places offered, the one chosen and its pattern.
+    std::vector<std::u16string> StorageList;
+    WideBuf<260> SelectedStorage;
+    WideBuf<260> BitmapSearchPattern;
+    // ---- Flight planning and the current aircraft's fuel figures (planning/, aircraft/) ----
+    // Taxi fuel and fuel-units code (1 lb, 2 kg, 3 ltr, 4 Imp gal, 5 US gal) of the current
+    // aircraft, set whenever it is loaded.
+    double TaxiFuel = 0.0;
+    std::uint32_t FuelUnits = 0;
+    // Left by the fuel plan: climb + cruise + descent fuel of the plan, and the total last shown.
+    double PlanTripFuel = 0.0;
+    std::uint32_t PlanTotalFuel = 0;
+    // The sector the PLAN view highlights (0 = first): the one the sector commands act on.
+    std::uint32_t HighlightedSector = 0;
 
     // ---- GPS feeds: receiver, playback and simulator (gps/) ----
     // Feeds publish whole fixes here; nothing else writes it but ClearVoid.

@@ -52,6 +52,16 @@ bool ReadText(HKEY key, std::u16string_view name, WideBuf<N>& text) {
     return Hive().QueryValue(key, name, nullptr, text.data(), &size) == kErrorSuccess;
 }
 
+// Creates or opens the settings key; says `failure` when it cannot.
+bool OpenSettingsKey(const char* failure, HKEY* key, std::uint32_t* disposition) {
+    if (Hive().CreateKey(platform::kHkeyLocalMachine, kSettingsKey, key, disposition) ==
+        kErrorSuccess) {
+        return true;
+    }
+    ShowError(failure);
+    return false;
+}
+
 struct FlagSetting {
     std::u16string_view name;
     std::uint8_t AppState::*field;
@@ -79,11 +89,8 @@ const std::array<FlagSetting, 9>& Flags() {
 void CreateDefaultSettings() {
     HKEY key = 0;
     std::uint32_t disposition = 0;
-    if (Hive().CreateKey(platform::kHkeyLocalMachine, kSettingsKey, &key, &disposition) !=
-        kErrorSuccess) {
-        ShowError("Could not open/create key:");
+    if (!OpenSettingsKey("Could not open/create key:", &key, &disposition))
         return;
-    }
     if (disposition == platform::kRegOpenedExistingKey) {
         Hive().CloseKey(key);
         return;
@@ -133,11 +140,8 @@ void CreateDefaultSettings() {
 void LoadSettings() {
     HKEY key = 0;
     std::uint32_t disposition = 0;
-    if (Hive().CreateKey(platform::kHkeyLocalMachine, kSettingsKey, &key, &disposition) !=
-        kErrorSuccess) {
-        ShowError("Could not open key:");
+    if (!OpenSettingsKey("Could not open key:", &key, &disposition))
         return;
-    }
     if (!ReadText(key, u"AcReg", g_app.AircraftReg))
         ShowError("Could not open AcReg key");
     if (!ReadText(key, u"CuDbase", g_app.NavDatabaseName))
@@ -176,11 +180,8 @@ void LoadSettings() {
 void SaveSettings() {
     HKEY key = 0;
     std::uint32_t disposition = 0;
-    if (Hive().CreateKey(platform::kHkeyLocalMachine, kSettingsKey, &key, &disposition) !=
-        kErrorSuccess) {
-        ShowError("Could not open/create key:");
+    if (!OpenSettingsKey("Could not open/create key:", &key, &disposition))
         return;
-    }
     if (!WriteText(key, u"AcReg", g_app.AircraftReg))
         ShowError("Could not save AcReg key");
     if (!WriteText(key, u"CuDbase", g_app.NavDatabaseName))

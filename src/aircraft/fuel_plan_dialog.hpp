@@ -1,0 +1,58 @@
+// The "Fuel plan" dialog model: the plan's fuel summed by flight phase plus taxi fuel, then either
+// the fuel to load (trip + contingency + holding) or, with the fuel in the tanks entered, what
+// remains as reserve. Leaves PlanTripFuel and PlanTotalFuel in g_app; g_app.FuelCalc is the mode.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace aerix {
+
+class FuelPlanDialog {
+  public:
+    static constexpr std::string_view kTitle = "Fuel plan";
+
+    // Sets the title and units label, sums the current plan's sectors and shows the mode that
+    // g_app.FuelCalc names.
+    void Open();
+    // The radio buttons.
+    void ChooseCalculate();
+    void ChooseLoaded();
+    // Typing into the entries; text that is not an unsigned whole number reads as 0.
+    void SetHolding(std::string_view text);
+    void SetContingency(std::string_view text);
+    void SetInTanks(std::string_view text);
+    // OK or X: gives the navigation bar back its title; returns code.
+    int Close(int code);
+
+    const std::string& UnitsLabel() const { return units_; }
+    const std::string& Climb() const { return climb_; }
+    const std::string& Cruise() const { return cruise_; }
+    const std::string& Descent() const { return descent_; }
+    const std::string& Taxi() const { return taxi_; }
+    const std::string& Total() const { return total_; }
+    const std::string& Reserve() const { return reserve_; }
+    const std::string& Holding() const { return holding_; }
+    const std::string& Contingency() const { return contingency_; }
+    const std::string& InTanks() const { return inTanks_; }
+    bool CalculateChecked() const { return calculate_; }
+    // Holding and "% Contingency" with their labels, or "In tanks", "Reserve:" and the reserve.
+    bool CalculateFieldsShown() const { return calculate_; }
+    bool LoadedFieldsShown() const { return !calculate_; }
+    double TripFuel() const { return trip_; }
+
+  private:
+    void RecalculateFromHolding();
+    void RecalculateFromInTanks();
+    void StoreResults(unsigned total);
+
+    std::string units_, climb_, cruise_, descent_, taxi_, total_, reserve_;
+    std::string holding_, contingency_, inTanks_;
+    bool calculate_ = true;
+    double trip_ = 0.0;
+};
+
+// "Fuel units: lb" ... "Fuel units: Usgal" for codes 1 to 5; empty otherwise.
+std::string FuelUnitsLabel(unsigned code);
+
+}  // namespace aerix

@@ -1,0 +1,91 @@
+#include "planning/plan_dialogs.hpp"
+
+#include "app/state/app_state.hpp"
+#include "planning/sector_computation.hpp"
+#include "platform/message_box.hpp"
+#include "platform/services.hpp"
+#include "store/record_store.hpp"
+
+namespace aerix {
+
+namespace {
+
+void SetTitle(std::string_view title) {
+    if (platform::Sys().ui)
+        platform::Sys().ui->SetTitle(title);
+}
+
+}  // namespace
+
+std::vector<std::u16string> ListPlans() {
+    return DatabaseNames(schema::kPlanType);
+}
+
+void NewPlanDialog::SetName(std::u16string_view name) {
+    name_ = std::u16string(name.substr(0, kMaxName));
+}
+
+int NewPlanDialog::Ok() {
+    if (name_.empty())
+        return 1;
+    CeOid oid = CreatePlanDatabase(name_);
+    if (oid == 0) {
+        platform::ShowError("Could not create new plan");
+        return 1;
+    }
+    g_app.CurrentPlanId = oid;
+    g_app.ActivePlanName.assign(name_);
+    g_app.PlanSectorCount = 0;
+    g_app.HighlightedSector = 0;
+    if (platform::Sys().ui)
+        platform::Sys().ui->InvalidateMainWindow(true);
+    return 1;
+}
+
+void PlanChooserDialog::Open() {
+    SetTitle(title_);
+    entries_ = ListPlans();
+}
+
+int PlanChooserDialog::End(int result) {
+    SetTitle("Aerix");
+    return result;
+}
+
+int OpenPlanDialog::Choose(int index) {
+    if (index < 0 || index >= static_cast<int>(entries_.size()))
+        return 0;
+    const std::u16string& name = entries_[static_cast<std::size_t>(index)];
+    g_app.ActivePlanName.assign(name);
+    { DbHandle h = OpenDatabase(name, schema::kSecNumber); }
+    g_app.CurrentPlanId = g_app.LastOpenedDatabaseId;
+    g_app.HighlightedSector = 0;
+    return End(1);
+}
+
+void AfterPlanOpened() {
+    g_app.ArraysPending = 1;
+    RefreshPlanSectorCount();
+    RecomputePlan(1);
+}
+
+int DeletePlanDialog::Choose(int index) {
+    if (index < 0 || index >= static_cast<int>(entries_.size()))
+        return 0;
+    const std::u16string& name = entries_[static_cast<std::size_t>(index)];
+    if (name == g_app.ActivePlanName.view()) {
+        platform::ShowNotice("Cannot delete - active plan", "Warning");
+        return End(1);
+    }
+    CeOid oid = 0;
+    {
+        DbHandle h = OpenDatabase(name, schema::kSecNumber);
+        oid = h ? h.DatabaseOid() : 0;
+    }
+    if (oid != 0)
+        DeleteDatabase(oid);
+    entries_ = ListPlans();
+    return End(1);
+}
+
+}  // namespace aerix

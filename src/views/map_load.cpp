@@ -1,0 +1,79 @@
+// Loading a chart: its pixels, then its calibration from "Maps" or from its calibration file,
+// then the plan route burnt into it.
+#include <filesystem>
+
+#include "app/state/app_state.hpp"
+#include "platform/message_box.hpp"
+#include "platform/services.hpp"
+#include "store/record_store.hpp"
+#include "views/calibration_file.hpp"
+#include "views/map_view.hpp"
+#include "views/storage_cards.hpp"
+
+namespace aerix {
+
+using platform::Sys;
+
+void UnloadMap() {
+    // Assigning a fresh bitmap gives the chart's memory back at once.
+    g_app.MapBitmap = platform::Bitmap();
+    g_app.MapLoaded = false;
+}
+
+int LoadMapBitmap(std::u16string_view path) {
+    if (path.empty())
+        return 0;
+    if (g_app.MapLoaded)
+        UnloadMap();
+    if (Sys().graphics == nullptr)
+        return 1;
+    platform::Bitmap bitmap;
+    std::string error;
+    if (!Sys().graphics->LoadImage(ResolveStoragePath(path).string(), &bitmap, &error)) {
+        // A chart too large for memory, or unreadable, is told in plain words; the caller
+        // then falls back on the world chart.
+        if (!error.empty())
+            platform::ShowError(error);
+        return 1;
+    }
+    g_app.MapBitmap = std::move(bitmap);
+    g_app.MapLoaded = true;
+    g_app.MapWidth = g_app.MapBitmap.Width();
+    g_app.MapHeight = g_app.MapBitmap.Height();
+    g_app.MapCenterX = g_app.AircraftScreenX = g_app.AnchorX;
+    g_app.MapCenterY = g_app.AircraftScreenY = g_app.AnchorY;
+    LoadMapCalibration(path);
+    if (g_app.ViewMode == kViewMap) {
+        // The route is burnt into the chart once per load, not drawn per paint.
+        std::unique_ptr<platform::Canvas> canvas = Sys().graphics->CanvasOn(g_app.MapBitmap);
+        if (canvas)
+            DrawRouteOnMap(*canvas);
+    }
+    return 0;
+}
+
+void LoadMapCalibration(std::u16string_view path) {
+    DbHandle h = OpenDatabase(schema::kMapsName, schema::kMapPath);
+    if (!h)
+        return;
+    MapRecord record;
+    record.Calibration = g_app.MapCalibration;
+    if (h.SeekValue(platform::PropVal::Text(300, std::u16string(path))) != 0) {
+        // A property the record lacks leaves the value in force.
+        if (ReadMap(h, kFromCurrent, 0, record) != 0)
+            g_app.MapCalibration = record.Calibration;
+        return;
+    }
+    std::u16string calibrationPath = CalibrationFilePath(path);
+    if (!std::filesystem::exists(ResolveStoragePath(calibrationPath))) {
+        platform::ShowNotice(kMapNotCalibratedText, "Warning");
+        return;
+    }
+    ReadCalibrationFile(calibrationPath, g_app.MapCalibration);
+    record.Path = std::u16string(path);
+    record.Calibration = g_app.MapCalibration;
+    WriteMap(h, record);
+    platform::ShowNotice(kMapAutoCalibratedText, "Information");
+}
+
+}  // namespace aerix

@@ -1,0 +1,68 @@
+// The three chart dialogs as toolkit-free models: "Load bitmap (to calibrate)", "Calibrate" and
+// "Calibrated maps". The Qt side lays out the controls and forwards each action here.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace aerix {
+
+inline constexpr const char* kNoMapsOnCardText = "No maps on card";
+inline constexpr const char* kCalibratedText =
+    "Map is now calibrated and will be loaded/unloaded into 'MAP' view when appropiate";
+inline constexpr const char* kDeleteMapText = "Delete this map from list";
+
+// "Load bitmap (to calibrate)": Open() fills both lists; selecting acts at once.
+class LoadBitmapDialog {
+  public:
+    void Open();
+    const std::vector<std::u16string>& Storage() const;  // g_app.StorageList
+    const std::vector<std::u16string>& Bitmaps() const { return bitmaps_; }
+    void SelectStorage(int index);
+    // Takes the bitmap as the chart to calibrate; the dialog then closes with 1.
+    int SelectBitmap(int index);
+    int Cancel() const { return 2; }
+
+  private:
+    void FillBitmaps();
+    std::vector<std::u16string> bitmaps_;
+    // The search's find data outlives a search: a failed one leaves the last name found.
+    std::u16string findData_;
+};
+
+// The files of a folder matching a pattern such as "\My Documents\aerix\*.bmp" (letter case
+// ignored). A pattern for bitmaps finds PNG and JPEG charts too.
+std::vector<std::u16string> FindFiles(std::u16string_view pattern, bool* searched);
+
+// "Calibrate": the latitude and longitude of the point under the cross.
+class CalibrateDialog {
+  public:
+    std::u16string latDegrees, latMinutes, lonDegrees, lonMinutes;
+    std::u16string latHemisphere = u"N", lonHemisphere = u"E";
+    void ToggleLatHemisphere();
+    void ToggleLonHemisphere();
+    // Stores the corner; with both corners entered completes and stores the calibration.
+    // Returns the dialog's result (1).
+    int Ok();
+    // Clears both corner flags; 2.
+    int Cancel();
+};
+
+// Completes a calibration from the two reference points in g_app.MapCalibration and the chart
+// size: the limits 35 pixels inside the edges and ScaleNumber.
+void CompleteCalibration();
+
+// "Calibrated maps": the charts of "Maps", by file name.
+class CalibratedMapsDialog {
+  public:
+    void Open();
+    const std::vector<std::u16string>& Names() const { return names_; }
+    // Asks, then removes entry `index` (-1: no selection) and the record at that position.
+    void Remove(int index);
+    void Close();
+
+  private:
+    std::vector<std::u16string> names_;
+};
+
+}  // namespace aerix

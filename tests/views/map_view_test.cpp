@@ -1,0 +1,355 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+
+#include "app/state/app_state.hpp"
+#include "platform/recording_canvas.hpp"
+#include "store/record_store.hpp"
+#include "support/test_platform.hpp"
+#include "views/calibration_file.hpp"
+#include "views/map_management.hpp"
+#include "views/map_view.hpp"
+
+namespace aerix {
+namespace {
+
+using platform::CanvasCall;
+using platform::Point;
+using platform::RecordingCanvas;
+using platform::Rect;
+
+// A flat chart: 10 pixels per degree both ways, column 0 at 0 E, row 0 at 60 N.
+MapCalibrationValues Flat(double scale = 10, double south = 0, double north = 60, double west = 0,
+                          double east = 60) {
+    return {scale, 0, scale * 10, 0, 10 * 10, 0, 10, 60, 50, south, north, west, east};
+}
+
+class MapViewTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        platform::Sys().graphics = &graphics;
+        g_app.ViewMode = kViewMap;
+    }
+    void TearDown() override { platform::Sys().graphics = nullptr; }
+    void AddChart(const std::u16string& path, const MapCalibrationValues& c, int w = 600,
+                  int h = 600) {
+        testing::WriteFile(p.Data().ResolveForWrite(path), "x");
+        graphics.AddImage(p.Data().Resolve(path).string(), w, h);
+        DbHandle db = OpenDatabase(schema::kMapsName, schema::kMapPath);
+        if (!db) {
+            CreateMapsDatabase();
+            db = OpenDatabase(schema::kMapsName, schema::kMapPath);
+        }
+        WriteMap(db, {path, c});
+    }
+    testing::TestPlatform p;
+    platform::RecordingGraphics graphics;
+};
+
+TEST_F(MapViewTest, CrossIsClampedIntoTheChartRowsAndBlinks) {
+    g_app.AircraftScreenX = 50;
+    g_app.AircraftScreenY = 236;  // the tail reaches beyond row 252
+    RecordingCanvas c;
+    DrawAircraftSymbol(c);
+    auto polygons = c.CallsOf(CanvasCall::Polygon);
+    ASSERT_EQ(polygons.size(), 1u);
+    const std::vector<Point> expected{{49, 242}, {53, 242}, {53, 248}, {59, 248}, {59, 252},
+                                      {53, 252}, {53, 252}, {49, 252}, {49, 252}, {43, 252},
+                                      {43, 248}, {49, 248}, {49, 242}};
+    EXPECT_EQ(polygons[0].points, expected);
+    EXPECT_EQ(polygons[0].pen.color, platform::Rgb(0, 255, 255));
+    EXPECT_EQ(polygons[0].brush.color, platform::kWhite);
+    c.Clear();
+    DrawAircraftSymbol(c);
+    EXPECT_EQ(c.CallsOf(CanvasCall::Polygon)[0].brush.color, platform::kBlack);
+    g_app.AircraftScreenY = -10;
+    c.Clear();
+    DrawAircraftSymbol(c);
+    EXPECT_EQ(c.CallsOf(CanvasCall::Polygon)[0].points[0].y, 14);
+}
+
+TEST_F(MapViewTest, TrackPointerGrowsWithSpeedAndNarrowsItsHead) {
+    g_app.ShowTrackPointer = 1;
+    g_app.AircraftScreenX = 100;
+    g_app.AircraftScreenY = 100;
+    struct Case {
+        double speed, track;
+        Point tip;
+        int half;
+    } cases[] = {
+        {10.0, 90, {0, 0}, 0},        // not above 10 kt: no pointer
+        {42.0, 90, {120, 114}, 11},   // 20 px east
+        {105.0, 0, {100, 64}, 7},     // 50 px north
+        {210.0, 180, {100, 214}, 4},  // 100 px south
+    };
+    for (const Case& k : cases) {
+        g_app.Fix.groundSpeed = k.speed;
+        g_app.Fix.trueTrack = k.track;
+        RecordingCanvas c;
+        DrawAircraftSymbol(c);
+        auto polygons = c.CallsOf(CanvasCall::Polygon);
+        if (k.half == 0) {
+            EXPECT_EQ(polygons.size(), 1u);
+            continue;
+        }
+        ASSERT_EQ(polygons.size(), 2u) << k.speed;
+        EXPECT_EQ(c.CallsOf(CanvasCall::MoveTo)[0].points[0], (Point{100, 114}));
+        EXPECT_EQ(polygons[1].points[0], k.tip) << k.speed;
+        // The head's corners sit L - 10 from the origin, half-angle apart from the track.
+        const Point side = polygons[1].points[1];
+        double angle = std::atan2(side.y - 114, side.x - 100) * 57.29577951308232;
+        double theta = k.track - 90 - k.half;
+        double diff = std::remainder(angle - theta, 360.0);
+        EXPECT_NEAR(diff, 0, 2.0) << k.speed;
+    }
+    g_app.ShowTrackPointer = 0;
+    g_app.Fix.groundSpeed = 200;
+    RecordingCanvas c;
+    DrawAircraftSymbol(c);
+    EXPECT_EQ(c.CallsOf(CanvasCall::Polygon).size(), 1u);
+}
+
+TEST_F(MapViewTest, WhiteStripsByZoom) {
+    g_app.MapLoaded = true;
+    g_app.MapBitmap = platform::Bitmap(400, 300);
+    g_app.MapWidth = 400;
+    g_app.MapHeight = 300;
+    g_app.ViewMode = kViewMapEdit;  // no overlays
+    struct Case {
+        double zoom;
+        int cx, cy;
+        std::vector<Rect> strips;
+        Rect source;
+    } cases[] = {
+        // Near the top left at zoom 2: left and top strips (left = -10, top = -20).
+        {2.0, 50, 40, {{0, 14, 20, 254}, {0, 14, 240, 54}}, {-10, -20, 110, 100}},
+        // Zoom 1 uses a span of 120, so the right strip starts late: left 300 + 120 > 400.
+        {1.0, 420, 150, {{220, 14, 240, 254}}, {300, 30, 540, 270}},
+        // Zoom 0.25: the 960 span passes both far edges.
+        {0.25,
+         200,
+         150,
+         {{170, 14, 240, 254}, {0, 14, 70, 254}, {0, 14, 240, 96}, {0, 172, 240, 254}},
+         {-280, -330, 680, 630}},
+        // Zoom 4: a 60 span.
+        {4.0, 380, 280, {{240 - 40, 14, 240, 254}, {0, 254 - 40, 240, 254}}, {350, 250, 410, 310}},
+    };
+    for (const Case& k : cases) {
+        g_app.MapZoom = k.zoom;
+        g_app.MapCenterX = k.cx;
+        g_app.MapCenterY = k.cy;
+        RecordingCanvas c;
+        PaintMapView(c, nullptr, 1);
+        auto blits = c.CallsOf(CanvasCall::Blit);
+        ASSERT_EQ(blits.size(), 1u);
+        EXPECT_EQ(blits[0].rect, (Rect{0, 14, 240, 254}));
+        EXPECT_EQ(blits[0].source, k.source) << k.zoom;
+        std::vector<Rect> strips;
+        for (const auto& r : c.CallsOf(CanvasCall::Rectangle)) {
+            EXPECT_EQ(r.brush.color, platform::kWhite);
+            strips.push_back(r.rect);
+        }
+        EXPECT_EQ(strips, k.strips) << k.zoom;
+    }
+}
+
+TEST_F(MapViewTest, CentringAtZoomOneMovesTheAircraftOffTheAnchorNearEdges) {
+    AddChart(u"\\My Documents\\Aerix\\flat.bmp", Flat(), 600, 600);
+    g_app.Fix.latitude = 59.5 * 6000;   // row 5
+    g_app.Fix.longitude = 55.5 * 6000;  // column 555
+    RecordingCanvas c;
+    CenterMapOnPosition(c, nullptr, 55.5, 59.5);
+    EXPECT_EQ(g_app.CurrentMapPath.view(), u"\\My Documents\\Aerix\\flat.bmp");
+    EXPECT_EQ(g_app.MapCenterY, 120);
+    EXPECT_EQ(g_app.AircraftScreenY, 5);
+    EXPECT_EQ(g_app.MapCenterX, 480);  // 0 + 600 - 120
+    EXPECT_EQ(g_app.AircraftScreenX, 120 - 480 + 555);
+    g_app.MapZoom = 2.0;
+    CenterMapOnPosition(c, nullptr, 55.5, 59.5);
+    EXPECT_EQ(g_app.MapCenterX, 555);
+    EXPECT_EQ(g_app.AircraftScreenY, 120);
+}
+
+TEST_F(MapViewTest, ChoiceKeepsTheOneSidedComparison) {
+    AddChart(u"\\My Documents\\Aerix\\a490.bmp", Flat(490));
+    AddChart(u"\\My Documents\\Aerix\\b480.bmp", Flat(480));
+    AddChart(u"\\My Documents\\Aerix\\c600.bmp", Flat(600));
+    AddChart(u"\\My Documents\\Aerix\\d700.bmp", Flat(700, 40, 45));  // elsewhere
+    g_app.Fix.latitude = 50 * 6000;
+    g_app.Fix.longitude = 5 * 6000;
+    struct Case {
+        double current;
+        int request;
+        std::u16string chosen;
+    } cases[] = {
+        {500, 0, u"a490.bmp"},   // within 10 below: taken at once, 600 never looked at
+        {0, 0, u"c600.bmp"},     // nothing loaded: the most detailed
+        {500, 1, u"c600.bmp"},   // next more detailed
+        {500, -1, u"a490.bmp"},  // next less detailed
+        {485, -1, u"b480.bmp"},
+    };
+    for (const Case& k : cases) {
+        g_app.MapCalibration[kScaleNumber] = k.current;
+        g_app.MapChangeRequest = k.request;
+        g_app.CurrentMapPath.clear();
+        SelectMapForPosition();
+        EXPECT_EQ(g_app.CurrentMapPath.view(), u"\\My Documents\\Aerix\\" + k.chosen) << k.current;
+        EXPECT_EQ(g_app.MapChangeRequest, 0);
+    }
+    // 480 only when nothing larger turns up: remove 490 and 600 from the file system.
+    std::filesystem::remove(p.Data().Resolve("\\My Documents\\Aerix\\a490.bmp"));
+    std::filesystem::remove(p.Data().Resolve("\\My Documents\\Aerix\\c600.bmp"));
+    g_app.MapCalibration[kScaleNumber] = 500;
+    SelectMapForPosition();
+    EXPECT_EQ(g_app.CurrentMapPath.view(), u"\\My Documents\\Aerix\\b480.bmp");
+    // Request 1 with nothing more detailed: the map and the request stay.
+    g_app.MapChangeRequest = 1;
+    SelectMapForPosition();
+    EXPECT_EQ(g_app.MapChangeRequest, 1);
+}
+
+TEST_F(MapViewTest, FailedLoadFallsBackOnTheWorldMapThenTellsIt) {
+    AddChart(u"\\My Documents\\Aerix\\flat.bmp", Flat());
+    graphics = platform::RecordingGraphics();  // the file exists but cannot be read
+    g_app.Fix.latitude = 50 * 6000;
+    g_app.Fix.longitude = 5 * 6000;
+    SelectMapForPosition();
+    EXPECT_EQ(g_app.CurrentMapPath.view(), u"\\My Documents\\Aerix\\World1.bmp");
+    EXPECT_FALSE(g_app.MapLoaded);
+    ASSERT_FALSE(p.Ui().Boxes().empty());
+    EXPECT_EQ(p.Ui().Boxes().back().text, kWorldMapNotFoundText);
+    EXPECT_EQ(LoadMapBitmap(u""), 0);
+}
+
+TEST_F(MapViewTest, ScaleBarSearchesHundredToHundredFiftyPixels) {
+    g_app.MapCalibration = Flat(10);  // 10 px a degree: 1 nm is 1/6 px
+    struct Case {
+        double pxPerDegree, zoom;
+        int miles;  // 0: not shown
+    } cases[] = {
+        {600, 1.0, 10},  // 10 px a mile: up from 6 nm until 100 px
+        {600, 4.0, 3},   // 40 px a mile: down from 6 to 150 px or less
+        {60, 1.0, 0},    // 1 px a mile: more than 50 nm needed
+    };
+    for (const Case& k : cases) {
+        g_app.MapCalibration[kRefY2] = k.pxPerDegree * 10;
+        g_app.MapZoom = k.zoom;
+        RecordingCanvas view;
+        CanvasReadouts readouts(view);
+        DrawScaleBar(readouts);
+        auto texts = view.Texts();
+        if (k.miles == 0) {
+            EXPECT_TRUE(texts.empty());
+            continue;
+        }
+        ASSERT_EQ(texts.size(), 2u);
+        EXPECT_EQ(texts[0], std::string(65, ' '));
+        EXPECT_EQ(texts[1], "  " + std::to_string(k.miles) + " nm  ");
+    }
+}
+
+TEST_F(MapViewTest, RouteIsBurntWithHalfAPixelAdded) {
+    g_app.ActivePlanName.assign(u"Trip");
+    CreatePlanDatabase(u"Trip");
+    DbHandle h = OpenDatabase(u"Trip", schema::kSecNumber);
+    SectorRecord s;
+    s.SectorNumber = 1;
+    s.StartLatitude = 59 * 6000 + 240;  // row 9.6 -> 10
+    s.StartLongitude = 1 * 6000 + 360;  // column 10.6 -> 11
+    s.EndLatitude = 58 * 6000;
+    s.EndLongitude = 2 * 6000;
+    WriteSector(h, s);
+    g_app.MapCalibration = Flat();
+    RecordingCanvas map;
+    DrawRouteOnMap(map);
+    auto lines = map.CallsOf(CanvasCall::Polyline);
+    ASSERT_EQ(lines.size(), 2u);
+    const std::vector<Point> expected{{11, 10}, {20, 20}};
+    EXPECT_EQ(lines[0].points, expected);
+    EXPECT_EQ(lines[0].pen,
+              (platform::Pen{platform::PenStyle::Solid, 5, platform::Rgb(255, 0, 255)}));
+    EXPECT_EQ(lines[1].pen.style, platform::PenStyle::Dash);
+}
+
+TEST_F(MapViewTest, CalibrationFileQuirks) {
+    auto write = [&](std::string_view bytes) {
+        testing::WriteFile(p.Data().ResolveForWrite("\\My Documents\\Aerix\\c.ndx"), bytes);
+    };
+    const std::string s = "\xB8";
+    MapCalibrationValues v{};
+    // Two lines: the last wins; field 0 is ignored; "12abc" reads as 12.
+    write("x" + s + "1" + s + "2" + s + "3" + s + "4" + s + "5" + s + "6" + s + "7" + s + "8" + s +
+          "9" + s + "10" + s + "11" + s + "12" + s + "13" + s + "\r\n" + "y" + s + "12abc" + s +
+          "\r\n");
+    ASSERT_TRUE(ReadCalibrationFile(u"\\My Documents\\Aerix\\c.ndx", v));
+    // The short second line repeats its last field's number in every later field.
+    EXPECT_EQ(v[0], 12);
+    EXPECT_EQ(v[1], 12);
+    EXPECT_EQ(v[12], 12);
+    // A final line without its line feed calibrates nothing.
+    v = {};
+    write("x" + s + "5" + s);
+    ASSERT_TRUE(ReadCalibrationFile(u"\\My Documents\\Aerix\\c.ndx", v));
+    EXPECT_EQ(v, MapCalibrationValues{});
+    EXPECT_EQ(CalibrationFilePath(u"\\x\\chart.bmp"), u"\\x\\chart.ndx");
+    EXPECT_FALSE(ReadCalibrationFile(u"\\nothing.ndx", v));
+    EXPECT_EQ(p.Ui().Boxes().back().text, kCalibFileOpenText);
+}
+
+TEST_F(MapViewTest, UncalibratedChartIsAutoCalibratedFromItsFile) {
+    CreateMapsDatabase();
+    testing::WriteFile(p.Data().ResolveForWrite("\\My Documents\\Aerix\\n.ndx"),
+                       "x\xB8"
+                       "5\xB8");
+    testing::WriteFile(p.Data().ResolveForWrite("\\My Documents\\Aerix\\n.bmp"), "x");
+    g_app.MapCalibration[kScaleNumber] = 3;
+    LoadMapCalibration(u"\\My Documents\\Aerix\\n.bmp");
+    EXPECT_EQ(p.Ui().Boxes().back().text, kMapAutoCalibratedText);
+    EXPECT_EQ(p.Ui().Boxes().back().caption, "Information");
+    EXPECT_EQ(g_app.MapCalibration[kScaleNumber], 3);  // the line had no line feed
+    LoadMapCalibration(u"\\My Documents\\Aerix\\other.bmp");
+    EXPECT_EQ(p.Ui().Boxes().back().text, kMapNotCalibratedText);
+    EXPECT_EQ(p.Ui().Boxes().back().caption, "Warning");
+}
+
+TEST_F(MapViewTest, CalibrationPutsLimits35PixelsInside) {
+    CreateMapsDatabase();
+    g_app.CurrentMapPath.assign(u"\\My Documents\\Aerix\\new.bmp");
+    g_app.MapWidth = 1035;
+    g_app.MapHeight = 535;
+    g_app.AnchorX = g_app.AnchorY = 120;
+    g_app.AircraftScreenX = 120;
+    g_app.AircraftScreenY = 120;
+    CalibrateDialog d;
+    g_app.CalibrateCorner = 1;  // NE first: pixel (1035, 106)
+    g_app.MapCenterX = 1035;
+    g_app.MapCenterY = 120;
+    d.latDegrees = u"51";
+    d.latMinutes = u"30.0";
+    d.lonDegrees = u"1";
+    d.lonMinutes = u"xx";  // not a number: 0
+    EXPECT_EQ(d.Ok(), 1);
+    EXPECT_TRUE(p.Ui().Boxes().empty());
+    g_app.CalibrateCorner = 0;  // SW: pixel (135, 506), 9 degrees west, 1 degree south
+    g_app.MapCenterX = 135;
+    g_app.MapCenterY = 520;
+    d.latDegrees = u"50";
+    d.latMinutes = u"30";
+    d.lonDegrees = u"8";
+    d.lonMinutes = u"0";
+    d.ToggleLonHemisphere();
+    EXPECT_EQ(d.Ok(), 1);
+    const MapCalibrationValues& c = g_app.MapCalibration;
+    EXPECT_DOUBLE_EQ(c[kScaleNumber], 100);                  // 900 px over 9 degrees
+    EXPECT_NEAR(c[kWestLimit], -9.0, 1e-12);                 // column 35
+    EXPECT_NEAR(c[kEastLimit], 0.65, 1e-12);                 // column 1000
+    EXPECT_NEAR(c[kNorthLimit], 51.5 + 71.0 / 400, 1e-12);   // row 35
+    EXPECT_NEAR(c[kSouthLimit], 51.5 - 394.0 / 400, 1e-12);  // row 500
+    EXPECT_EQ(p.Ui().Boxes().back().text, kCalibratedText);
+    EXPECT_EQ(p.Ui().Boxes().back().caption, "Information...");
+    EXPECT_EQ(g_app.CalibrationFirstDone, 0);
+}
+
+}  // namespace
+}  // namespace aerix
