@@ -1,6 +1,7 @@
 #include "qt/subsystem_dialogs.hpp"
 
 #include "qt/aircraft_dialog_widgets.hpp"
+#include "qt/database_dialog_widgets.hpp"
 #include "qt/gps_dialog_widgets.hpp"
 #include "qt/map_dialog_widgets.hpp"
 #include "qt/plan_dialog_widgets.hpp"
@@ -18,6 +19,7 @@ void RegisterSubsystemDialogs(QtDialogHost& host) {
     RegisterGpsDialogs(host);
     RegisterMapDialogs(host);
     RegisterUtilityDialogs(host);
+    RegisterDatabaseDialogs(host);
 }
 
 }  // namespace aerix::qt

@@ -20,6 +20,7 @@
 #include "planning/sector_computation.hpp"
 #include "qt/qt_dialog_host.hpp"
 #include "qt/subsystem_dialogs.hpp"
+#include "store/nav_database_dialogs.hpp"
 #include "store/record_store.hpp"
 #include "test_platform.hpp"
 #include "utilities/altitude_dialogs.hpp"
@@ -313,6 +314,60 @@ TEST_F(SubsystemDialogsTest, LoadCalibrateAndRemoveCharts) {
     });
     EXPECT_EQ(maps(), before - 1);
     EXPECT_EQ(platform_.Ui().Titles().back(), "Aerix");
+}
+
+// --- navigation databases ---
+
+TEST_F(SubsystemDialogsTest, NewDatabaseThenAddEditAndDeleteAWaypoint) {
+    EXPECT_EQ(Run(Dialog::DatabaseNew,
+                  [](QWidget* d) {
+                      Type(d, "name", "Strips");
+                      Click(d, "ok");
+                  }),
+              kDialogOk);
+    EXPECT_EQ(g_app.NavDatabaseName.utf8(), "Strips");
+
+    int result = Run(Dialog::DatabaseAdd, [this](QWidget* d) {
+        Type(d, "name", "Home strip");
+        Type(d, "ident", "XHOM");
+        Type(d, "latitude", "north");
+        Type(d, "longitude", "-1.25");
+        Find<QComboBox>(d, "type")->setCurrentIndex(1);
+        Click(d, "ok");  // refused: the latitude
+        EXPECT_TRUE(d->isVisible());
+        EXPECT_FALSE(platform_.Ui().BoxTexts().empty());
+        Type(d, "latitude", "51.5");
+        Click(d, "ok");
+    });
+    EXPECT_EQ(result, kDialogOk);
+    auto lines = ListNavDatabase("Home");
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_EQ(lines[0].text, "Home strip  XHOM");
+
+    platform_.Ui().AnswerNext(platform::kIdYes);
+    Run(Dialog::DatabaseList, [](QWidget* d) {
+        Type(d, "search", "Home");
+        Click(d, "find");
+        auto* list = Find<QListWidget>(d, "waypoints");
+        ASSERT_EQ(list->count(), 1);
+        list->setCurrentRow(0);
+        WhenShown([](QWidget* form) {
+            EXPECT_EQ(Text(form, "ident"), "XHOM");
+            Type(form, "elevation", "350");
+            Click(form, "ok");
+        });
+        Click(d, "edit");
+        auto edited = ListNavDatabase("Home");
+        WaypointForm stored;
+        ASSERT_EQ(edited.size(), 1u);
+        ASSERT_TRUE(ReadWaypointForEdit(edited[0].oid, stored));
+        EXPECT_EQ(stored.elevation, "350");
+        list->setCurrentRow(0);
+        Click(d, "delete");
+        EXPECT_EQ(list->count(), 0);
+        Click(d, "ok");
+    });
+    EXPECT_TRUE(ListNavDatabase("Home").empty());
 }
 
 // --- utilities ---
