@@ -172,6 +172,26 @@ TEST_F(SubsystemDialogsTest, NewSectorFromSearchAndPositionThenEditIt) {
     ASSERT_EQ(sectors.size(), 1u);
     EXPECT_EQ(sectors[0].AltitudeText, u"4500");
     EXPECT_EQ(sectors[0].WindText, u"000/00");
+
+    // Direct to the found waypoint from the present position, then back to the plan; neither
+    // touches the plan.
+    g_app.Fix.latitude = 51 * 6000;
+    g_app.Fix.longitude = -1 * 6000 - 3700;  // due south of Wellesbourne
+    auto direct = [this](const char* button) {
+        return Run(Dialog::NewSector, [button](QWidget* d) {
+            Type(d, "search", "Welles");
+            Click(d, "find");
+            Tap(Find<QListWidget>(d, "waypoints"), 0);
+            Click(d, button);
+        });
+    };
+    EXPECT_EQ(direct("directTo"), kDialogCancel);
+    EXPECT_EQ(g_app.DirectToStartLatitude.load(), 51 * 6000);
+    int course = g_app.DirectToCourse.load();  // due north, truncated
+    EXPECT_TRUE(course == 0 || course == 359) << course;
+    EXPECT_EQ(direct("resumePlan"), kDialogCancel);
+    EXPECT_EQ(g_app.DirectToStartLatitude.load(), 0);
+    EXPECT_EQ(Sectors().size(), 1u);
 }
 
 TEST_F(SubsystemDialogsTest, WindTableAddsThroughItsEditDialogAndRefusesBadFigures) {
