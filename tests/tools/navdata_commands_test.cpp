@@ -2,6 +2,8 @@
 // root: the counts follow from the files' contents.
 #include <gtest/gtest.h>
 
+#include "tool_run.hpp"
+
 #include <sys/wait.h>
 #include <array>
 #include <cstdio>
@@ -11,34 +13,16 @@
 
 namespace {
 
+using aerix::testing::ToolRun;
+
+// Every command here answers in JSON.
+ToolRun Tool(const std::filesystem::path& home, const std::string& args) {
+    return aerix::testing::RunToolAt(home, "--json " + args);
+}
+
 using aerix::testing::ReadFile;
 using aerix::testing::TempDir;
 using aerix::testing::WriteFile;
-
-struct ToolRun {
-    int status = -1;
-    std::string out;
-    std::string err;
-};
-
-ToolRun Tool(const std::filesystem::path& home, const std::string& args) {
-    TempDir scratch;
-    auto errFile = scratch.Path() / "stderr";
-    std::string cmd = std::string(AERIX_TOOL_PATH) + " --json --home '" + home.string() + "' " +
-                      args + " 2>'" + errFile.string() + "'";
-    ToolRun run;
-    FILE* pipe = ::popen(cmd.c_str(), "r");
-    if (!pipe)
-        return run;
-    std::array<char, 4096> buf;
-    std::size_t n;
-    while ((n = std::fread(buf.data(), 1, buf.size(), pipe)) > 0)
-        run.out.append(buf.data(), n);
-    int status = ::pclose(pipe);
-    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    run.err = ReadFile(errFile);
-    return run;
-}
 
 TEST(NavDataCommands, ImportedFilesLoadWithTheCountsTheirContentsImply) {
     TempDir home, files;
