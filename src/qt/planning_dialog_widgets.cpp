@@ -249,7 +249,8 @@ class WindTableWidget : public DialogFrame {
         // The lines are fixed-width columns: the heading uses the same font and spacing.
         QFont fixed(QStringLiteral("Monospace"));
         fixed.setStyleHint(QFont::TypeWriter);
-        fixed.setPixelSize(10);
+        // 37 characters a line must fit the 240-pixel screen.
+        fixed.setPixelSize(9);
         auto* heading = new QLabel(QStringLiteral("Alt (ft)      Dir        Kt        °C"), this);
         heading->setFont(fixed);
         heading->setIndent(3);
@@ -257,7 +258,8 @@ class WindTableWidget : public DialogFrame {
         list_ = new QListWidget(this);
         list_->setObjectName("winds");
         list_->setFont(fixed);
-        list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+        list_->setTextElideMode(Qt::ElideNone);
         Body()->addWidget(list_, 1);
         auto* row = new QHBoxLayout;
         for (auto [text, name] :
