@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "aircraft/aircraft.hpp"
+#include "app/default_nav_database.hpp"
 #include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "store/record_store.hpp"
@@ -200,6 +201,8 @@ std::span<const WindRecord> DefaultWinds() {
 }
 
 void CreateDefaultData() {
+    // A fresh install offers a real navigation database to choose at start-up.
+    CreateDefaultNavDatabase();
     // A database that cannot be created is taken to exist already and is left as it is.
     bool aircraftCreated = CreateAircraftDatabase() != 0;
     {

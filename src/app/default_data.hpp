@@ -8,6 +8,7 @@
 
 namespace aerix {
 
+// Builds the default navigation database "World" when its volume is missing (default_nav_database).
 // Makes sure "Aircraft", "Stations", "Envelopes", "Maps" and "WindTable" exist, filling those it
 // creates. With "Aircraft" already there, reads the aircraft named by g_app.AircraftReg into
 // g_app.CurrentAircraft (and its taxi fuel and fuel units into g_app).

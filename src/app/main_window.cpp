@@ -2,6 +2,7 @@
 
 #include "app/command_ids.hpp"
 #include "app/default_data.hpp"
+#include "app/manual.hpp"
 #include "app/plan_legs.hpp"
 #include "app/state/app_state.hpp"
 #include "app/state/settings.hpp"
@@ -93,6 +94,7 @@ bool MainWindow::InitInstance() {
     // The default charts are drawn once, on the first start (the front end's graphics draw
     // their labels).
     GenerateMissingCharts(DefaultMaps());
+    InstallManual();
     InstallPlanLegSource();
     InstallPlanningHooks();
     // A feed that ends itself asks for its stop command; it runs on this thread.

@@ -148,19 +148,21 @@ const PropVal* FindProp(std::span<const PropVal> props, std::uint32_t propId) {
 
 }  // namespace
 
-// One write transaction; rolled back unless committed.
+// One write transaction; rolled back unless committed. Inside a batch it joins the batch's.
 class Transaction {
   public:
-    explicit Transaction(DbVolume& v) : v_(v) { open_ = v_.begin_.Run(); }
+    explicit Transaction(DbVolume& v) : v_(v), joined_(v.batch_) {
+        open_ = joined_ || v_.begin_.Run();
+    }
     ~Transaction() {
-        if (open_)
+        if (open_ && !joined_)
             v_.rollback_.Run();
     }
     bool Open() const { return open_; }
     bool Commit() {
         if (!open_)
             return false;
-        if (!v_.commit_.Run())
+        if (!joined_ && !v_.commit_.Run())
             return false;  // the destructor rolls back
         open_ = false;
         return true;
@@ -168,6 +170,7 @@ class Transaction {
 
   private:
     DbVolume& v_;
+    bool joined_;
     bool open_ = false;
 };
 
@@ -241,6 +244,9 @@ bool DbVolume::Initialise(StoreError& error) {
         "PRAGMA wal_autocheckpoint=16384;";
     if (!sql_.Exec(setup))
         return false;
+    // Reading a large navigation volume in name order visits its pages out of file order: map
+    // the file rather than read it a page at a time.
+    sql_.Exec("PRAGMA mmap_size=268435456");
     if (fresh) {
         bool made = sql_.Exec(
             "BEGIN IMMEDIATE;"
@@ -600,6 +606,30 @@ bool DbVolume::DeleteRecord(CeOid dbOid, CeOid oid, StoreError& error) {
     ++orderGeneration_;
     error = StoreError::kNone;
     return true;
+}
+
+bool DbVolume::BeginBatch() {
+    ResetCursors();
+    if (batch_ || !begin_.Run())
+        return false;
+    batch_ = true;
+    return true;
+}
+
+bool DbVolume::EndBatch(bool commit) {
+    if (!batch_)
+        return false;
+    batch_ = false;
+    if (commit && commit_.Run())
+        return true;
+    rollback_.Run();
+    // What the dropped writes changed in memory is read again from the file.
+    ResetCursors();
+    LoadCatalog();
+    nextOid_ = reservedEnd_ = 0;
+    ++dataGeneration_;
+    ++orderGeneration_;
+    return false;
 }
 
 std::string DbVolume::OrderClause(const DbMeta& db, int sortIndex) {

@@ -53,6 +53,10 @@ class DbVolume {
     // oid 0 adds a record; an existing oid has the given properties replaced and keeps the rest.
     CeOid WriteRecord(CeOid db, CeOid oid, std::span<const PropVal> props, StoreError& error);
     bool DeleteRecord(CeOid db, CeOid oid, StoreError& error);
+    // Many writes as one transaction: writes until EndBatch join it, and EndBatch commits them
+    // (or, with commit false or on failure, drops them all).
+    bool BeginBatch();
+    bool EndBatch(bool commit);
 
     // For cursors.
     SqliteDb& Sql() { return sql_; }
@@ -85,6 +89,7 @@ class DbVolume {
     std::uint64_t nextOid_ = 0, reservedEnd_ = 0;
     std::uint64_t dataGeneration_ = 0;   // any write
     std::uint64_t orderGeneration_ = 0;  // a write that can move records in a sort order
+    bool batch_ = false;
     friend class Transaction;
 };
 

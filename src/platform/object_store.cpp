@@ -2,6 +2,8 @@
 
 #include "platform/db_volume.hpp"
 
+#include <utility>
+
 namespace aerix::platform {
 
 namespace fs = std::filesystem;
@@ -32,12 +34,14 @@ DbHandle::~DbHandle() {
     Close();
 }
 
-DbHandle::DbHandle(DbHandle&& other) noexcept = default;
+DbHandle::DbHandle(DbHandle&& other) noexcept
+    : cursor_(std::move(other.cursor_)), batch_(std::exchange(other.batch_, false)) {}
 
 DbHandle& DbHandle::operator=(DbHandle&& other) noexcept {
     if (this != &other) {
         Close();
         cursor_ = std::move(other.cursor_);
+        batch_ = std::exchange(other.batch_, false);
     }
     return *this;
 }
@@ -47,7 +51,29 @@ void DbHandle::Close() {
         return;
     std::shared_ptr<DbVolume> keep = cursor_->VolumePtr();
     std::lock_guard lock(keep->Mutex());
+    if (batch_)
+        keep->EndBatch(false);
+    batch_ = false;
     cursor_.reset();
+}
+
+bool DbHandle::BeginBatch() {
+    if (!cursor_ || batch_)
+        return Fail(StoreError::kInvalidParameter, false);
+    std::lock_guard lock(cursor_->Volume().Mutex());
+    batch_ = cursor_->Volume().BeginBatch();
+    t_lastError = batch_ ? StoreError::kNone : StoreError::kIo;
+    return batch_;
+}
+
+bool DbHandle::CommitBatch() {
+    if (!cursor_ || !batch_)
+        return Fail(StoreError::kInvalidParameter, false);
+    std::lock_guard lock(cursor_->Volume().Mutex());
+    batch_ = false;
+    bool done = cursor_->Volume().EndBatch(true);
+    t_lastError = done ? StoreError::kNone : StoreError::kIo;
+    return done;
 }
 
 CeOid DbHandle::DatabaseOid() const {

@@ -31,6 +31,12 @@ void ScriptedUi::InvalidateMainWindow(bool) {
     invalidations_.fetch_add(1);
 }
 
+void ScriptedUi::SetWaitCursor(bool wait) {
+    if (wait)
+        waitCursorShown_.fetch_add(1);
+    waitCursor_.store(wait);
+}
+
 std::optional<FileDialogResult> ScriptedUi::ChooseFile(const FileDialogRequest& request) {
     std::lock_guard lock(mutex_);
     fileRequests_.push_back(request);

@@ -26,6 +26,7 @@ class ScriptedUi : public Ui {
     void SetTitle(std::string_view title) override;
     void InvalidateMainWindow(bool erase) override;
     std::optional<FileDialogResult> ChooseFile(const FileDialogRequest& request) override;
+    void SetWaitCursor(bool wait) override;
 
     // Answers for the next boxes, in order. Without a scripted answer an OK box answers kIdOk and
     // a Yes/No box kIdNo (so nothing destructive happens by accident).
@@ -40,6 +41,9 @@ class ScriptedUi : public Ui {
     std::vector<std::string> Titles() const;
     std::vector<FileDialogRequest> FileRequests() const;
     int InvalidateCount() const { return invalidations_.load(); }
+    // Whether the wait cursor shows now, and how often it was put up.
+    bool WaitCursor() const { return waitCursor_.load(); }
+    int WaitCursorShown() const { return waitCursorShown_.load(); }
     void Clear();
 
   private:
@@ -51,6 +55,8 @@ class ScriptedUi : public Ui {
     std::vector<FileDialogRequest> fileRequests_;
     std::function<void(const RecordedBox&)> sink_;
     std::atomic<int> invalidations_{0};
+    std::atomic<bool> waitCursor_{false};
+    std::atomic<int> waitCursorShown_{0};
 };
 
 }  // namespace aerix::platform

@@ -53,6 +53,10 @@ class Ui {
 
     // The file-open dialog; nothing when the user cancels.
     virtual std::optional<FileDialogResult> ChooseFile(const FileDialogRequest& request) = 0;
+
+    // The wait cursor over a long operation (loading the navigation database); off restores the
+    // normal cursor. Front ends without a pointer ignore it.
+    virtual void SetWaitCursor(bool /*wait*/) {}
 };
 
 }  // namespace aerix::platform

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QGuiApplication>
 #include <QMessageBox>
 #include <QThread>
 #include <iostream>
@@ -140,6 +141,14 @@ std::optional<platform::FileDialogResult> QtUi::ChooseFile(
         return std::nullopt;
     std::filesystem::path path(chosen.toStdString());
     return platform::FileDialogResult{path, Utf8ToUtf16(path.filename().string())};
+}
+
+void QtUi::SetWaitCursor(bool wait) {
+    if (wait) {
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    } else {
+        QGuiApplication::restoreOverrideCursor();
+    }
 }
 
 }  // namespace aerix::qt

@@ -22,6 +22,7 @@ class QtUi : public QObject, public platform::Ui {
     int MessageBox(std::string_view text, std::string_view caption, unsigned type) override;
     void SetTitle(std::string_view title) override;
     void InvalidateMainWindow(bool erase) override;
+    void SetWaitCursor(bool wait) override;
     std::optional<platform::FileDialogResult> ChooseFile(
         const platform::FileDialogRequest& request) override;
 

@@ -1,6 +1,12 @@
 #include "qt/subsystem_dialogs.hpp"
 
+#include "qt/aircraft_dialog_widgets.hpp"
+#include "qt/database_dialog_widgets.hpp"
+#include "qt/gps_dialog_widgets.hpp"
+#include "qt/map_dialog_widgets.hpp"
 #include "qt/plan_dialog_widgets.hpp"
+#include "qt/planning_dialog_widgets.hpp"
+#include "qt/utility_dialog_widgets.hpp"
 
 namespace aerix::qt {
 
@@ -8,6 +14,12 @@ namespace aerix::qt {
 // registered leaves its command doing nothing.
 void RegisterSubsystemDialogs(QtDialogHost& host) {
     RegisterPlanDialogs(host);
+    RegisterPlanningDialogs(host);
+    RegisterAircraftDialogs(host);
+    RegisterGpsDialogs(host);
+    RegisterMapDialogs(host);
+    RegisterUtilityDialogs(host);
+    RegisterDatabaseDialogs(host);
 }
 
 }  // namespace aerix::qt

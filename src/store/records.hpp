@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -10,19 +11,38 @@
 
 namespace aerix {
 
-// A waypoint of a navigation database (properties 100-118).
+// A waypoint of a navigation database (properties 100-118). Positions are whole CentiMinutes
+// (degrees x 6000, north and east positive), the unit the area bounds and airspace file share.
+// The free properties carry, in every importer and in the Add/Edit dialog:
+//   104 elevation in feet            106 frequency text ("118.500" MHz, NDB "338" kHz)
+//   107 runway length in metres, 0   108 country or region code (23 characters in memory)
+//   109 municipality or description  110 runway designator text ("09/27")
+//   111 where the record came from: "cup", "ourairports", "user"
+//   112-118 free notes, empty unless the user fills them
+// In memory the name keeps 35 characters and the ident 5: importers cut longer texts to fit.
 struct WaypointRecord {
     std::u16string Name;                          // 100, the primary sort key
     std::u16string Ident;                         // 101, ICAO code or ident
     std::int32_t Latitude = 0;                    // 102
     std::int32_t Longitude = 0;                   // 103
-    double Value104 = 0.0;                        // 104
+    double Value104 = 0.0;                        // 104, elevation (ft)
     std::int16_t WaypointType = 0;                // 105: 1 airfield ... 9 seaport
-    std::u16string Text106;                       // 106
-    std::int16_t Number107 = 0;                   // 107
-    std::u16string ExtraText;                     // 108
-    std::array<std::u16string, 10> FurtherTexts;  // 109-118
+    std::u16string Text106;                       // 106, frequency
+    std::int16_t Number107 = 0;                   // 107, runway length (m)
+    std::u16string ExtraText;                     // 108, country or region
+    std::array<std::u16string, 10> FurtherTexts;  // 109-118 (see above)
 };
+
+// Indexes into WaypointRecord::FurtherTexts.
+inline constexpr std::size_t kWptMunicipality = 0;  // 109
+inline constexpr std::size_t kWptRunway = 1;        // 110
+inline constexpr std::size_t kWptSource = 2;        // 111
+inline constexpr std::size_t kWptFirstNote = 3;     // 112-118
+
+// Widths the in-memory navigation database keeps (terminator not counted).
+inline constexpr std::size_t kWptNameChars = 35;
+inline constexpr std::size_t kWptIdentChars = 5;
+inline constexpr std::size_t kWptExtraChars = 23;
 
 // A calibrated chart (properties 300-313).
 struct MapRecord {

@@ -311,3 +311,48 @@ TEST_F(ObjectStoreTest, HandlesWorkFromSeveralThreads) {
 
 }  // namespace
 }  // namespace aerix::platform
+
+namespace aerix::platform {
+namespace {
+
+TEST(ObjectStoreBatch, CommitsAllOrDropsAllWhenTheHandleCloses) {
+    TempDir dir;
+    auto file = dir.Path() / "objectstore.sqlite";
+    auto count = [&](ObjectStore& s) {
+        std::uint32_t n = 0;
+        DbHandle h = s.OpenDatabase(kObjectStoreVolume, u"B", 0, kOpenAutoIncrement);
+        std::vector<PropVal> props;
+        while (h.Read(props))
+            ++n;
+        return n;
+    };
+    {
+        ObjectStore store(file);
+        DatabaseInfo info;
+        info.name = u"B";
+        info.flags = 7;
+        info.sorts = {{MakePropId(1, kCevtI4), 0}};
+        ASSERT_NE(store.CreateDatabase(kObjectStoreVolume, info), 0u);
+        DbHandle h = store.OpenDatabase(kObjectStoreVolume, u"B", 0, kOpenAutoIncrement);
+        ASSERT_TRUE(h.BeginBatch());
+        EXPECT_FALSE(h.BeginBatch());  // no nesting
+        for (int i = 0; i < 3; ++i)
+            ASSERT_NE(h.Write(0, std::vector{PropVal::I4(1, i)}), 0u);
+        EXPECT_EQ(count(store), 3u);  // visible to the program at once
+        ASSERT_TRUE(h.CommitBatch());
+        EXPECT_FALSE(h.CommitBatch());
+
+        ASSERT_TRUE(h.BeginBatch());
+        ASSERT_NE(h.Write(0, std::vector{PropVal::I4(1, 9)}), 0u);
+        h.Close();  // never committed
+        EXPECT_EQ(count(store), 3u);
+        // Ids handed out in the dropped batch do not break later writes.
+        DbHandle again = store.OpenDatabase(kObjectStoreVolume, u"B", 0, kOpenAutoIncrement);
+        ASSERT_NE(again.Write(0, std::vector{PropVal::I4(1, 4)}), 0u);
+    }
+    ObjectStore reopened(file);
+    EXPECT_EQ(count(reopened), 4u);
+}
+
+}  // namespace
+}  // namespace aerix::platform

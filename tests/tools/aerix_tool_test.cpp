@@ -1,6 +1,8 @@
 // aerix-tool end to end: the built program run as a user runs it.
 #include <gtest/gtest.h>
 
+#include "tool_run.hpp"
+
 #include <sys/wait.h>
 
 #include <algorithm>
@@ -15,24 +17,11 @@ namespace {
 using aerix::testing::ReadFile;
 using aerix::testing::TempDir;
 using Json = nlohmann::ordered_json;
-
-struct ToolRun {
-    int status = -1;
-    std::string out, err;
-};
-
-// Runs the tool with AERIX_HOME cleared so that --home and the defaults decide.
-ToolRun Tool(const std::string& args) {
-    TempDir dir;
-    auto out = dir.Path() / "out", err = dir.Path() / "err";
-    std::string command = "env -u AERIX_HOME '" AERIX_TOOL_PATH "' " + args + " >'" + out.string() +
-                          "' 2>'" + err.string() + "'";
-    int raw = std::system(command.c_str());
-    return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, ReadFile(out), ReadFile(err)};
-}
+using testing::RunTool;
+using testing::ToolRun;
 
 Json ToolJson(const std::string& args) {
-    ToolRun run = Tool("--json " + args);
+    ToolRun run = RunTool("--json " + args);
     EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(run.err, "");
     return Json::parse(run.out);
@@ -87,7 +76,7 @@ TEST(AerixTool, SettingsOnAFreshHomeWriteAndLoadTheDefaults) {
 TEST(AerixTool, UnreadableSettingsFileIsReportedAndSetAside) {
     TempDir home;
     aerix::testing::WriteFile(home.Path() / "registry.reg", "not a hive");
-    ToolRun run = Tool("--home '" + home.Path().string() + "' settings");
+    ToolRun run = RunTool("--home '" + home.Path().string() + "' settings");
     EXPECT_EQ(run.status, 0);
     EXPECT_NE(run.err.find("kept as registry.reg.bad"), std::string::npos) << run.err;
     EXPECT_EQ(ReadFile(home.Path() / "registry.reg.bad"), "not a hive");
@@ -97,7 +86,7 @@ TEST(AerixTool, UnreadableSettingsFileIsReportedAndSetAside) {
 TEST(AerixTool, UsageErrorsExitTwoWithOneLine) {
     for (const char* args : {"", "bogus", "course 1 2 3", "course 95 0 0 0", "course a 0 0 0",
                              "wind-triangle 100 90 x 10", "position 0 200", "--nope course"}) {
-        ToolRun run = Tool(args);
+        ToolRun run = RunTool(args);
         EXPECT_EQ(run.status, 2) << args;
         EXPECT_EQ(run.out, "") << args;
         EXPECT_EQ(run.err.rfind("aerix-tool: ", 0), 0u) << args << ": " << run.err;
@@ -106,10 +95,10 @@ TEST(AerixTool, UsageErrorsExitTwoWithOneLine) {
 }
 
 TEST(AerixTool, PlainOutputIsKeyValueLines) {
-    ToolRun run = Tool("course 0 0 0 10");
+    ToolRun run = RunTool("course 0 0 0 10");
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.out, "course: 90\ndistance: 600\n\n");
-    EXPECT_EQ(Tool("position 0 0").out, "text:   N00°00.000 E000°00.000\n");
+    EXPECT_EQ(RunTool("position 0 0").out, "text:   N00°00.000 E000°00.000\n");
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 // aerix-tool wind, plan, fuel and aircraft, run as a pilot would from a fresh data root.
 #include <gtest/gtest.h>
+
 #include <nlohmann/json.hpp>
+#include "tool_run.hpp"
 
 #include <sys/wait.h>
 #include <array>
@@ -13,34 +15,12 @@
 
 namespace {
 
+using aerix::testing::RunToolAt;
+using aerix::testing::ToolRun;
+
 using aerix::testing::ReadFile;
 using aerix::testing::TempDir;
 using Json = nlohmann::json;
-
-struct PlanToolRun {
-    int status = -1;
-    std::string out;
-    std::string err;
-};
-
-PlanToolRun PlanTool(const std::filesystem::path& home, const std::string& args) {
-    TempDir scratch;
-    auto errFile = scratch.Path() / "stderr";
-    std::string cmd = std::string(AERIX_TOOL_PATH) + " --home '" + home.string() + "' " + args +
-                      " 2>'" + errFile.string() + "'";
-    PlanToolRun run;
-    FILE* pipe = ::popen(cmd.c_str(), "r");
-    if (!pipe)
-        return run;
-    std::array<char, 4096> buf;
-    std::size_t n;
-    while ((n = std::fread(buf.data(), 1, buf.size(), pipe)) > 0)
-        run.out.append(buf.data(), n);
-    int status = ::pclose(pipe);
-    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    run.err = ReadFile(errFile);
-    return run;
-}
 
 std::vector<Json> Lines(const std::string& out) {
     std::vector<Json> lines;
@@ -52,14 +32,14 @@ std::vector<Json> Lines(const std::string& out) {
 
 class PlanningCommands : public ::testing::Test {
   protected:
-    void SetUp() override { ASSERT_EQ(PlanTool(home_.Path(), "init").status, 0); }
-    PlanToolRun Ok(const std::string& args) {
-        PlanToolRun r = PlanTool(home_.Path(), args);
+    void SetUp() override { ASSERT_EQ(RunToolAt(home_.Path(), "init").status, 0); }
+    ToolRun Ok(const std::string& args) {
+        ToolRun r = RunToolAt(home_.Path(), args);
         EXPECT_EQ(r.status, 0) << args << ": " << r.err;
         return r;
     }
-    PlanToolRun Fails(const std::string& args) {
-        PlanToolRun r = PlanTool(home_.Path(), args);
+    ToolRun Fails(const std::string& args) {
+        ToolRun r = RunToolAt(home_.Path(), args);
         EXPECT_EQ(r.status, 1) << args;
         return r;
     }
@@ -72,7 +52,7 @@ TEST_F(PlanningCommands, ThreeSectorTripShowsAFlightLog) {
     Ok("plan add-sector 51.75,-1.25 52.2,-1.6 --alt 4500 --phase cruise --variation 1");
     Ok("plan add-sector 52.2,-1.6 52.45,-1.75 --alt 3500 --phase descent --still-air");
     // A later sector starts where the one before ends.
-    PlanToolRun wrong = Fails("plan add-sector 10,10 11,11 --alt 2000 --phase cruise");
+    ToolRun wrong = Fails("plan add-sector 10,10 11,11 --alt 2000 --phase cruise");
     EXPECT_NE(wrong.err.find("FROM must name it"), std::string::npos) << wrong.err;
 
     auto lines = Lines(Ok("--json plan show").out);
@@ -94,7 +74,7 @@ TEST_F(PlanningCommands, ThreeSectorTripShowsAFlightLog) {
     EXPECT_EQ(lines[2]["props"]["412"], "000/00");
     EXPECT_EQ(lines[3]["sectors"], 3);
 
-    PlanToolRun table = Ok("plan show");
+    ToolRun table = Ok("plan show");
     EXPECT_NE(table.out.find("Total"), std::string::npos);
     EXPECT_NE(table.out.find("116/18"), std::string::npos);
 
@@ -126,7 +106,7 @@ TEST_F(PlanningCommands, ThreeSectorTripShowsAFlightLog) {
 TEST_F(PlanningCommands, PlansAndWindTable) {
     Ok("plan new One");
     Ok("plan new Two");
-    PlanToolRun active = Fails("plan delete Two");
+    ToolRun active = Fails("plan delete Two");
     EXPECT_NE(active.err.find("Cannot delete - active plan"), std::string::npos);
     Ok("plan open One");
     Ok("plan delete Two");
@@ -143,7 +123,7 @@ TEST_F(PlanningCommands, PlansAndWindTable) {
     Ok("wind edit 3 4000 210 30 -2");
     Ok("wind delete 1");
     Ok("wind delete 1");
-    PlanToolRun refused = Fails("wind delete 1");
+    ToolRun refused = Fails("wind delete 1");
     EXPECT_NE(refused.err.find("Cannot have less than 3 wind table records"), std::string::npos);
     Fails("wind edit 9 1 1 1 1");
     Fails("wind add 1000 x 1 1");

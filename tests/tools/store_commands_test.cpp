@@ -2,6 +2,8 @@
 // reported and left alone.
 #include <gtest/gtest.h>
 
+#include "tool_run.hpp"
+
 #include <sys/wait.h>
 #include <array>
 #include <cstdio>
@@ -14,34 +16,12 @@
 
 namespace {
 
+using aerix::testing::RunToolAt;
+using aerix::testing::ToolRun;
+
 using aerix::testing::ReadFile;
 using aerix::testing::TempDir;
 using aerix::testing::WriteFile;
-
-struct ToolRun {
-    int status = -1;
-    std::string out;
-    std::string err;
-};
-
-ToolRun Tool(const std::filesystem::path& home, const std::string& args) {
-    TempDir scratch;
-    auto errFile = scratch.Path() / "stderr";
-    std::string cmd = std::string(AERIX_TOOL_PATH) + " --home '" + home.string() + "' " + args +
-                      " 2>'" + errFile.string() + "'";
-    ToolRun run;
-    FILE* pipe = ::popen(cmd.c_str(), "r");
-    if (!pipe)
-        return run;
-    std::array<char, 4096> buf;
-    std::size_t n;
-    while ((n = std::fread(buf.data(), 1, buf.size(), pipe)) > 0)
-        run.out.append(buf.data(), n);
-    int status = ::pclose(pipe);
-    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    run.err = ReadFile(errFile);
-    return run;
-}
 
 // The dump without its object ids, which depend on the order of creation.
 std::string WithoutOids(const std::string& dump) {
@@ -54,7 +34,7 @@ std::filesystem::path DataFile(const std::string& name) {
 
 TEST(StoreCommands, InitLeavesExactlyTheDefaultRowsInSortOrder) {
     TempDir home;
-    ToolRun init = Tool(home.Path(), "init");
+    ToolRun init = RunToolAt(home.Path(), "init");
     ASSERT_EQ(init.status, 0) << init.err;
     EXPECT_EQ(init.err, "");
     const std::array<std::pair<const char*, const char*>, 5> databases{{
@@ -66,13 +46,13 @@ TEST(StoreCommands, InitLeavesExactlyTheDefaultRowsInSortOrder) {
     }};
     for (const auto& [name, file] : databases) {
         SCOPED_TRACE(name);
-        ToolRun dump = Tool(home.Path(), std::string("db dump ") + name);
+        ToolRun dump = RunToolAt(home.Path(), std::string("db dump ") + name);
         ASSERT_EQ(dump.status, 0) << dump.err;
         EXPECT_EQ(WithoutOids(dump.out), ReadFile(DataFile(file)));
     }
     // A second start changes nothing.
-    ASSERT_EQ(Tool(home.Path(), "init").status, 0);
-    ToolRun list = Tool(home.Path(), "--json db list");
+    ASSERT_EQ(RunToolAt(home.Path(), "init").status, 0);
+    ToolRun list = RunToolAt(home.Path(), "--json db list");
     EXPECT_NE(list.out.find(R"({"name": "Envelopes", "type": 20003, "records": 43,)"),
               std::string::npos)
         << list.out;
@@ -84,21 +64,21 @@ TEST(StoreCommands, DamagedStoreIsReportedAndLeftAlone) {
     TempDir home;
     const std::string garbage(8192, 'x');
     WriteFile(home.Path() / "objectstore.sqlite", garbage);
-    ToolRun init = Tool(home.Path(), "init");
+    ToolRun init = RunToolAt(home.Path(), "init");
     EXPECT_EQ(init.status, 1);
     EXPECT_NE(init.err.find("Could not open database"), std::string::npos) << init.err;
-    EXPECT_EQ(Tool(home.Path(), "db list").status, 1);
+    EXPECT_EQ(RunToolAt(home.Path(), "db list").status, 1);
     EXPECT_EQ(ReadFile(home.Path() / "objectstore.sqlite"), garbage);
 }
 
 TEST(StoreCommands, VolumeListingNeverCreatesTheFile) {
     TempDir home;
     ToolRun list =
-        Tool(home.Path(), "db list --volume '" + (home.Path() / "Nav.CDB").string() + "'");
+        RunToolAt(home.Path(), "db list --volume '" + (home.Path() / "Nav.CDB").string() + "'");
     EXPECT_EQ(list.status, 1);
     EXPECT_NE(list.err.find("not found"), std::string::npos) << list.err;
     EXPECT_FALSE(std::filesystem::exists(home.Path() / "Nav.CDB"));
-    EXPECT_EQ(Tool(home.Path(), "db dump NoSuch").status, 1);
+    EXPECT_EQ(RunToolAt(home.Path(), "db dump NoSuch").status, 1);
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 // aerix-tool's utility commands, run as the built program.
 #include <gtest/gtest.h>
+
 #include <sys/wait.h>
+#include "tool_run.hpp"
 
 #include <cmath>
 #include <cstdio>
@@ -9,23 +11,11 @@
 
 namespace {
 
-struct ToolRun {
-    int status = -1;
-    std::string output;  // stdout and stderr
-};
+using aerix::testing::ToolRun;
 
-ToolRun Tool(const std::string& args) {
-    ToolRun run;
-    std::string command = std::string(AERIX_TOOL_PATH) + " --json " + args + " 2>&1";
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe)
-        return run;
-    char buf[512];
-    while (std::fgets(buf, sizeof buf, pipe))
-        run.output += buf;
-    int status = pclose(pipe);
-    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return run;
+// Every command here answers in JSON.
+aerix::testing::ToolRun Tool(const std::string& args) {
+    return aerix::testing::RunTool("--json " + args);
 }
 
 double Number(const std::string& json, const std::string& key) {
@@ -36,38 +26,38 @@ double Number(const std::string& json, const std::string& key) {
 }
 
 TEST(UtilityCommands, Answer) {
-    EXPECT_EQ(Tool("convert volume ltr 10").output,
+    EXPECT_EQ(Tool("convert volume ltr 10").Both(),
               "{\"ltr\": \"10.00\", \"img\": \"2.20\", \"usg\": \"2.64\"}\n");
-    EXPECT_EQ(Tool("convert fuel ltr 100").output,
+    EXPECT_EQ(Tool("convert fuel ltr 100").Both(),
               "{\"ltr\": \"100.00\", \"usg\": \"26.48\", \"img\": \"22.05\", \"kg\": \"72.00\", "
               "\"lb\": \"158.73\"}\n");
-    EXPECT_EQ(Tool("convert fuel kg 100 --sg 0.8").output,
+    EXPECT_EQ(Tool("convert fuel kg 100 --sg 0.8").Both(),
               "{\"ltr\": \"125.00\", \"usg\": \"33.10\", \"img\": \"27.56\", \"kg\": \"100.00\", "
               "\"lb\": \"220.46\"}\n");
-    EXPECT_EQ(Tool("convert temperature F 212").output, "{\"C\": \"100.00\", \"F\": \"212.00\"}\n");
+    EXPECT_EQ(Tool("convert temperature F 212").Both(), "{\"C\": \"100.00\", \"F\": \"212.00\"}\n");
 
     ToolRun sun = Tool("sun 40.9 -74.3 1990-06-25");
-    EXPECT_NEAR(Number(sun.output, "sunrise"), 9.4414, 1e-4) << sun.output;
-    EXPECT_EQ(Tool("sun 90 0 2025-06-21").output, "{\"sunrise\": -99.0, \"sunset\": -99.0}\n");
+    EXPECT_NEAR(Number(sun.Both(), "sunrise"), 9.4414, 1e-4) << sun.Both();
+    EXPECT_EQ(Tool("sun 90 0 2025-06-21").Both(), "{\"sunrise\": -99.0, \"sunset\": -99.0}\n");
 
     ToolRun magvar = Tool("magvar 37.6189 -122.375 2026-01-01");
-    EXPECT_NEAR(Number(magvar.output, "declination"), 12.86, 0.1) << magvar.output;
-    EXPECT_NEAR(Number(magvar.output, "variation"), -12.86, 0.1) << magvar.output;
-    EXPECT_NE(Tool("magvar 37.6 -122.4 2031-01-01 --alt 5000").output.find("\"warning\""),
+    EXPECT_NEAR(Number(magvar.Both(), "declination"), 12.86, 0.1) << magvar.Both();
+    EXPECT_NEAR(Number(magvar.Both(), "variation"), -12.86, 0.1) << magvar.Both();
+    EXPECT_NE(Tool("magvar 37.6 -122.4 2031-01-01 --alt 5000").Both().find("\"warning\""),
               std::string::npos);
 
     ToolRun xw = Tool("crosswind 27L 300 20");
-    EXPECT_NEAR(Number(xw.output, "crosswind"), 10.0, 1e-9) << xw.output;
-    EXPECT_NEAR(Number(Tool("pressure-altitude 0 1000").output, "pressureAltitude"), 364, 1);
-    EXPECT_NEAR(Number(Tool("density-altitude 5000 5.094").output, "densityAltitude"), 5000, 1);
+    EXPECT_NEAR(Number(xw.Both(), "crosswind"), 10.0, 1e-9) << xw.Both();
+    EXPECT_NEAR(Number(Tool("pressure-altitude 0 1000").Both(), "pressureAltitude"), 364, 1);
+    EXPECT_NEAR(Number(Tool("density-altitude 5000 5.094").Both(), "densityAltitude"), 5000, 1);
     EXPECT_NEAR(
-        Number(Tool("true-altitude 3000 1013 15 --station-elev 3000").output, "trueAltitude"), 3000,
+        Number(Tool("true-altitude 3000 1013 15 --station-elev 3000").Both(), "trueAltitude"), 3000,
         1e-6);
-    EXPECT_EQ(Tool("holding 360 150").output,
+    EXPECT_EQ(Tool("holding 360 150").Both(),
               "{\"entry\": \"Teardrop\", \"turns\": \"right\", \"outboundCourse\": 180.0, "
               "\"teardropHeading\": 150.0, \"outboundSeconds\": 60.0, \"outboundTime\": "
               "\"1:00\"}\n");
-    EXPECT_EQ(Tool("logbook 1:30 2:45").output,
+    EXPECT_EQ(Tool("logbook 1:30 2:45").Both(),
               "{\"total\": \"04:15\", \"minutes\": 255, \"hours\": 4.25, \"entries\": 2}\n");
 }
 
@@ -94,15 +84,15 @@ TEST(UtilityCommands, RefuseBadInput) {
     };
     for (const auto& c : cases) {
         ToolRun run = Tool(c.args);
-        EXPECT_EQ(run.status, c.status) << c.args << ": " << run.output;
-        EXPECT_NE(run.output.find(c.message), std::string::npos) << c.args << ": " << run.output;
+        EXPECT_EQ(run.status, c.status) << c.args << ": " << run.Both();
+        EXPECT_NE(run.Both().find(c.message), std::string::npos) << c.args << ": " << run.Both();
     }
 
     setenv("AERIX_RESOURCES", "/nonexistent", 1);
     ToolRun noModel = Tool("magvar 51 0 2026-01-01");
     unsetenv("AERIX_RESOURCES");
     EXPECT_EQ(noModel.status, 1);
-    EXPECT_EQ(noModel.output,
+    EXPECT_EQ(noModel.Both(),
               "aerix-tool: Magnetic model /nonexistent/wmm/WMM.COF cannot be read\n");
 }
 

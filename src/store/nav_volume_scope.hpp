@@ -1,0 +1,40 @@
+// A navigation database volume mounted by name for one operation (import, a new database, the
+// database dialogs), whether or not it is the active one.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "platform/prop_val.hpp"
+
+namespace aerix {
+
+// "\My Documents\aerix\<name>.CDB".
+std::u16string NavVolumePathOf(std::u16string_view databaseName);
+
+// Mounts the volume (created empty when missing) and makes it the nav volume the record store's
+// nav operations use (g_app.NavVolumeGuid) until the scope ends; then unmounts it and puts the
+// previous nav volume back. A mount failure says "Could not create database volume".
+class NavVolumeScope {
+  public:
+    explicit NavVolumeScope(std::u16string_view databaseName);
+    // The volume in a given file (a volume being built under a temporary name).
+    struct AtFile {
+        std::filesystem::path file;
+    };
+    explicit NavVolumeScope(const AtFile& at);
+    ~NavVolumeScope();
+    NavVolumeScope(const NavVolumeScope&) = delete;
+    NavVolumeScope& operator=(const NavVolumeScope&) = delete;
+
+    bool Mounted() const { return guid_.value != 0; }
+
+  private:
+    void Mount(const std::filesystem::path& file);
+
+    platform::VolumeGuid guid_{};
+    std::uint32_t previous_ = 0;
+};
+
+}  // namespace aerix

@@ -1,0 +1,58 @@
+// The "World" navigation database built on first start from the shipped airport list.
+#include "app/default_nav_database.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "app/state/app_state.hpp"
+#include "store/nav_database_loader.hpp"
+#include "support/test_platform.hpp"
+
+namespace aerix {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(DefaultNavDatabase, TheShippedListBecomesWorldOnceAndLoadsWhole) {
+    testing::TestPlatform platform;
+    EXPECT_EQ(CreateDefaultNavDatabase(), 5210u);  // every row of the list is read
+    fs::path volume = platform.Data().Resolve(u"\\My Documents\\Aerix\\World.CDB");
+    EXPECT_TRUE(fs::exists(volume));
+    EXPECT_FALSE(fs::exists(volume.string() + ".part"));
+    EXPECT_EQ(CreateDefaultNavDatabase(), 0u);  // there already
+
+    g_app.NavDatabaseName.assign(u"World");
+    LoadNavDatabase();
+    EXPECT_EQ(g_app.NavEntryCount, 5210u);
+    bool heathrow = false;
+    for (const NavEntry& e : g_app.NavDatabase)
+        heathrow = heathrow || (e.ident.view() == u"EGLL" && e.type == 1);
+    EXPECT_TRUE(heathrow);
+    EXPECT_TRUE(platform.Ui().Boxes().empty());
+}
+
+TEST(DefaultNavDatabase, AnInterruptedBuildIsStartedAgainAndAMissingListBuildsNothing) {
+    testing::TempDir resources;
+    fs::create_directories(resources.Path() / "airports");
+    testing::WriteFile(resources.Path() / "airports" / "airports.csv",
+                       "\"ident\",\"type\",\"name\",\"latitude_deg\",\"longitude_deg\"\n"
+                       "\"EGLL\",\"large_airport\",\"Heathrow\",51.47,-0.46\n");
+    testing::TestPlatform platform;
+    fs::path volume = platform.Data().ResolveForWrite(u"\\My Documents\\Aerix\\World.CDB");
+    testing::WriteFile(volume.string() + ".part", "left over from a crash");
+
+    ::setenv("AERIX_RESOURCES", "/nonexistent", 1);
+    EXPECT_EQ(CreateDefaultNavDatabase(), 0u);
+    EXPECT_FALSE(fs::exists(volume));
+    ::setenv("AERIX_RESOURCES", resources.Path().c_str(), 1);
+    EXPECT_EQ(CreateDefaultNavDatabase(), 1u);
+    ::unsetenv("AERIX_RESOURCES");
+    EXPECT_TRUE(fs::exists(volume));
+    EXPECT_FALSE(fs::exists(volume.string() + ".part"));
+    EXPECT_TRUE(platform.Ui().Boxes().empty());
+}
+
+}  // namespace
+}  // namespace aerix
