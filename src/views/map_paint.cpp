@@ -69,7 +69,8 @@ void DrawLatLonReadout(MapReadouts& readouts) {
     platform::Canvas* dc = readouts.BeginLatLon();
     if (dc == nullptr)
         return;
-    dc->SetFont({12, false});
+    // The 24 characters of the position must fit the 156-pixel readout.
+    dc->SetFont({10, false});
     dc->DrawText(g_app.Fix.positionText.utf8(), {0, 0, 156, 16},
                  platform::kTextCenter | platform::kTextVCenter | platform::kTextSingleLine,
                  kReadoutText, kReadoutBack, false);
