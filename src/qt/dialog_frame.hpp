@@ -41,6 +41,22 @@ class DialogFrame : public QDialog {
     QVBoxLayout* body_;
 };
 
+// A dialog whose model is told when it closes, by the done button or the X alike.
+template <typename Model>
+class ClosingModelFrame : public DialogFrame {
+  public:
+    using DialogFrame::DialogFrame;
+
+  protected:
+    bool OnOk() override {
+        model_.Close();
+        return true;
+    }
+    void OnClose() override { model_.Close(); }
+
+    Model model_;
+};
+
 // Where the dialogs cover: the main window's area.
 void PlaceOverMainWindow(QWidget* dialog, QWidget* parent);
 

@@ -64,9 +64,10 @@ class GpsSetupWidget : public DialogFrame {
     QComboBox* baud_;
 };
 
-class GpsDataWidget : public DialogFrame {
+class GpsDataWidget : public ClosingModelFrame<GpsDataDialogModel> {
   public:
-    explicit GpsDataWidget(QWidget* parent) : DialogFrame(parent, kGpsDataTitle) {
+    explicit GpsDataWidget(QWidget* parent)
+        : ClosingModelFrame<GpsDataDialogModel>(parent, kGpsDataTitle) {
         platform::Sys().ui->SetTitle(kGpsDataTitle);
         auto* form = new QFormLayout;
         position_ = AddFigure(form, QStringLiteral("Position"), "position");
@@ -86,13 +87,6 @@ class GpsDataWidget : public DialogFrame {
         Repaint();
     }
 
-  protected:
-    bool OnOk() override {
-        model_.Close();
-        return true;
-    }
-    void OnClose() override { model_.Close(); }
-
   private:
     void Repaint() {
         GpsDataTexts texts = model_.Texts();
@@ -101,7 +95,6 @@ class GpsDataWidget : public DialogFrame {
         track_->setText(ToQString(texts.track));
     }
 
-    GpsDataDialogModel model_;
     QLabel *position_, *speed_, *track_;
 };
 

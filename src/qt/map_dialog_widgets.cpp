@@ -114,10 +114,10 @@ class CalibrateWidget : public DialogFrame {
 };
 
 // "Calibrated maps": the charts by file name; Remove asks first.
-class CalibratedMapsWidget : public DialogFrame {
+class CalibratedMapsWidget : public ClosingModelFrame<CalibratedMapsDialog> {
   public:
     explicit CalibratedMapsWidget(QWidget* parent)
-        : DialogFrame(parent, QStringLiteral("Calibrated maps")) {
+        : ClosingModelFrame<CalibratedMapsDialog>(parent, QStringLiteral("Calibrated maps")) {
         model_.Open();
         list_ = new QListWidget(this);
         list_->setObjectName("maps");
@@ -136,15 +136,7 @@ class CalibratedMapsWidget : public DialogFrame {
         });
     }
 
-  protected:
-    bool OnOk() override {
-        model_.Close();
-        return true;
-    }
-    void OnClose() override { model_.Close(); }
-
   private:
-    CalibratedMapsDialog model_;
     QListWidget* list_;
 };
 

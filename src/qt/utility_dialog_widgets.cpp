@@ -85,10 +85,10 @@ class TimerWidget : public DialogFrame {
 };
 
 // "Conversions": a kind selector and the kind's fields, the others rewritten on each edit.
-class ConversionsWidget : public DialogFrame {
+class ConversionsWidget : public ClosingModelFrame<ConversionsDialog> {
   public:
     explicit ConversionsWidget(QWidget* parent)
-        : DialogFrame(parent, ToQString(ConversionsDialog::kTitle)) {
+        : ClosingModelFrame<ConversionsDialog>(parent, ToQString(ConversionsDialog::kTitle)) {
         model_.Open();
         kind_ = new QComboBox(this);
         kind_->setObjectName("kind");
@@ -117,13 +117,6 @@ class ConversionsWidget : public DialogFrame {
         Show();
     }
 
-  protected:
-    bool OnOk() override {
-        model_.Close();
-        return true;
-    }
-    void OnClose() override { model_.Close(); }
-
   private:
     void Show() {
         for (int f = 0; f < ConversionsDialog::kFieldCount; ++f) {
@@ -138,16 +131,16 @@ class ConversionsWidget : public DialogFrame {
         }
     }
 
-    ConversionsDialog model_;
     QComboBox* kind_;
     QFormLayout* form_;
     std::array<QLineEdit*, ConversionsDialog::kFieldCount> fields_{};
 };
 
 // "Sunrise/sunset": the position in degrees, minutes and hundredths with hemisphere buttons.
-class SunWidget : public DialogFrame {
+class SunWidget : public ClosingModelFrame<SunDialog> {
   public:
-    explicit SunWidget(QWidget* parent) : DialogFrame(parent, ToQString(SunDialog::kTitle)) {
+    explicit SunWidget(QWidget* parent)
+        : ClosingModelFrame<SunDialog>(parent, ToQString(SunDialog::kTitle)) {
         model_.Open();
         date_ = new QLabel(this);
         date_->setObjectName("date");
@@ -199,13 +192,6 @@ class SunWidget : public DialogFrame {
         Show();
     }
 
-  protected:
-    bool OnOk() override {
-        model_.Close();
-        return true;
-    }
-    void OnClose() override { model_.Close(); }
-
   private:
     void Show() {
         for (int f = 0; f < SunDialog::kFieldCount; ++f) {
@@ -225,7 +211,6 @@ class SunWidget : public DialogFrame {
         sunset_->setText(ToQString(model_.SunsetText()));
     }
 
-    SunDialog model_;
     QLabel* date_;
     std::array<QLineEdit*, SunDialog::kFieldCount> fields_{};
     std::array<QPushButton*, 2> hemispheres_{};
@@ -351,10 +336,10 @@ int RunTrueAltitude(QWidget* parent) {
 }
 
 // "Logbook totaliser": times typed as H:MM added to a list and its total.
-class LogbookWidget : public DialogFrame {
+class LogbookWidget : public ClosingModelFrame<LogbookDialog> {
   public:
     explicit LogbookWidget(QWidget* parent)
-        : DialogFrame(parent, ToQString(LogbookDialog::kTitle)) {
+        : ClosingModelFrame<LogbookDialog>(parent, ToQString(LogbookDialog::kTitle)) {
         model_.Open();
         auto* row = new QHBoxLayout;
         entry_ = new QLineEdit(this);
@@ -393,13 +378,6 @@ class LogbookWidget : public DialogFrame {
         Show();
     }
 
-  protected:
-    bool OnOk() override {
-        model_.Close();
-        return true;
-    }
-    void OnClose() override { model_.Close(); }
-
   private:
     void Show() {
         list_->clear();
@@ -408,7 +386,6 @@ class LogbookWidget : public DialogFrame {
         total_->setText(QStringLiteral("Total ") + ToQString(model_.TotalText()));
     }
 
-    LogbookDialog model_;
     QLineEdit* entry_;
     QListWidget* list_;
     QLabel* total_;
