@@ -73,6 +73,15 @@ void EncodeProps(std::span<const PropVal> props, std::vector<std::uint8_t>& out)
     }
 }
 
+// One fixed-size value of type T into p.
+template <typename T>
+bool ReadScalar(Reader& r, PropVal& p) {
+    T v{};
+    bool ok = r.Get(v);
+    p.value = v;
+    return ok;
+}
+
 // Reuses out's elements (and their buffers), so reading record after record into the same vector
 // allocates next to nothing.
 bool DecodeProps(std::span<const std::uint8_t> blob, std::vector<PropVal>& out) {
@@ -90,36 +99,21 @@ bool DecodeProps(std::span<const std::uint8_t> blob, std::vector<PropVal>& out) 
         PropVal& p = out[n];
         p.propId = id;
         switch (PropType(id)) {
-            case kCevtI2: {
-                std::int16_t v = 0;
-                ok = r.Get(v);
-                p.value = v;
+            case kCevtI2:
+                ok = ReadScalar<std::int16_t>(r, p);
                 break;
-            }
-            case kCevtUi2: {
-                std::uint16_t v = 0;
-                ok = r.Get(v);
-                p.value = v;
+            case kCevtUi2:
+                ok = ReadScalar<std::uint16_t>(r, p);
                 break;
-            }
-            case kCevtI4: {
-                std::int32_t v = 0;
-                ok = r.Get(v);
-                p.value = v;
+            case kCevtI4:
+                ok = ReadScalar<std::int32_t>(r, p);
                 break;
-            }
-            case kCevtUi4: {
-                std::uint32_t v = 0;
-                ok = r.Get(v);
-                p.value = v;
+            case kCevtUi4:
+                ok = ReadScalar<std::uint32_t>(r, p);
                 break;
-            }
-            case kCevtR8: {
-                double v = 0;
-                ok = r.Get(v);
-                p.value = v;
+            case kCevtR8:
+                ok = ReadScalar<double>(r, p);
                 break;
-            }
             case kCevtBool: {
                 std::uint8_t v = 0;
                 ok = r.Get(v);
