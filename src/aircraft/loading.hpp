@@ -14,6 +14,7 @@ struct StationLoad {
     std::int16_t Kind = 0;  // 1 basic aircraft, 2 fuel, 3 seat row, 4 baggage
     double Arm = 0.0;
     double Weight = 0.0;
+    double FuelQuantity = 0.0;  // fuel rows: what was entered, in the aircraft's fuel units
 };
 
 struct AircraftLoading {

@@ -68,6 +68,32 @@ bool InsideEnvelope(const std::vector<EnvelopePoint>& polygon, double arm, doubl
     return inside;
 }
 
+std::string EnvelopeSide(const std::vector<EnvelopePoint>& polygon, double arm, double weight) {
+    std::vector<EnvelopePoint> corners = DistinctCorners(polygon);
+    if (corners.size() < 3 || InsideEnvelope(corners, arm, weight))
+        return {};
+    double lo = INFINITY, hi = -INFINITY, top = -INFINITY;
+    for (std::size_t i = 0, j = corners.size() - 1; i < corners.size(); j = i++) {
+        const EnvelopePoint& a = corners[j];
+        const EnvelopePoint& b = corners[i];
+        top = std::max(top, b.Weight);
+        if (std::min(a.Weight, b.Weight) <= weight && weight <= std::max(a.Weight, b.Weight)) {
+            double at = a.Weight == b.Weight
+                            ? a.Arm
+                            : a.Arm + (weight - a.Weight) * (b.Arm - a.Arm) / (b.Weight - a.Weight);
+            lo = std::min({lo, at, a.Weight == b.Weight ? b.Arm : at});
+            hi = std::max({hi, at, a.Weight == b.Weight ? b.Arm : at});
+        }
+    }
+    if (!std::isfinite(lo))
+        return weight > top ? "above" : "below";
+    if (arm < lo)
+        return "forward of";
+    if (arm > hi)
+        return "aft of";
+    return "outside";
+}
+
 std::string WeightBalanceResult::Verdict() const {
     if (!HasEnvelope)
         return "no envelope";
@@ -134,6 +160,7 @@ WeightBalanceResult ComputeWeightBalance(const AircraftRecord& aircraft,
     r.HasEnvelope = DistinctCorners(envelope).size() >= 3;
     r.InsideEnvelope = InsideEnvelope(envelope, r.Arm, r.Weight);
     r.ZeroFuelInsideEnvelope = InsideEnvelope(envelope, r.ZeroFuelArm, r.ZeroFuelWeight);
+    r.Side = EnvelopeSide(envelope, r.Arm, r.Weight);
 
     const std::string units = WeightUnitName(aircraft.WeightUnits);
     if (aircraft.MaxRampWeight > 0 && r.Weight > aircraft.MaxRampWeight)

@@ -23,6 +23,10 @@ std::vector<EnvelopePoint> DistinctCorners(const std::vector<EnvelopePoint>& poi
 // repeat its first corner at the end; fewer than three distinct corners contain nothing.
 bool InsideEnvelope(const std::vector<EnvelopePoint>& polygon, double arm, double weight);
 
+// Where a point outside the envelope lies: "forward of", "aft of", "above" or "below" it (or
+// "outside" in a notch of an odd outline); empty when inside or without an envelope.
+std::string EnvelopeSide(const std::vector<EnvelopePoint>& polygon, double arm, double weight);
+
 struct WeightBalanceResult {
     double Weight = 0.0;  // everything loaded (ramp weight)
     double Moment = 0.0;
@@ -35,6 +39,7 @@ struct WeightBalanceResult {
     bool HasEnvelope = false;  // at least three distinct corners
     bool InsideEnvelope = false;
     bool ZeroFuelInsideEnvelope = false;
+    std::string Side;                         // EnvelopeSide of the loaded point
     std::vector<std::string> LimitsExceeded;  // e.g. "max take-off weight 2400 lb"
 
     // The verdict: inside a real envelope with no weight limit exceeded.

@@ -71,8 +71,7 @@ bool WeightBalanceLoadingDialog::Open() {
         } else if (again) {
             for (const StationLoad& l : last.Loads)
                 if (l.Name == s.Record.StationName && l.Kind == s.Record.StationKind)
-                    row.Text = s.Record.StationKind == 2 ? FormatFigure(last.FuelQuantity)
-                                                         : FormatFigure(l.Weight);
+                    row.Text = FormatFigure(s.Record.StationKind == 2 ? l.FuelQuantity : l.Weight);
         }
         rows_.push_back(std::move(row));
     }
@@ -137,6 +136,7 @@ bool WeightBalanceLoadingDialog::Ok() {
             }
             if (fuel) {
                 loading.FuelQuantity += *v;
+                load.FuelQuantity = *v;
                 load.Weight = FuelWeight(*v, aircraft_.FuelUnits, aircraft_.WeightUnits);
                 if (!std::isfinite(load.Weight)) {
                     platform::ShowError(Utf16ToUtf8(aircraft_.Name) +
@@ -196,8 +196,11 @@ std::vector<std::string> WeightBalanceResultDialog::VerdictLines() const {
     if (!result_.HasEnvelope) {
         lines.push_back("the aircraft has fewer than 3 envelope points");
     } else if (!result_.InsideEnvelope) {
-        lines.push_back("CG " + Fixed(result_.Arm, 2) + " outside the envelope at " +
-                        Fixed(result_.Weight, 0));
+        std::string arm = ArmUnitName(aircraft_.ArmUnits);
+        std::string weight = WeightUnitName(aircraft_.WeightUnits);
+        lines.push_back("CG " + Fixed(result_.Arm, 2) + (arm.empty() ? "" : " " + arm) + " " +
+                        result_.Side + " the envelope at " + Fixed(result_.Weight, 0) +
+                        (weight.empty() ? "" : " " + weight));
     }
     for (const std::string& limit : result_.LimitsExceeded)
         lines.push_back("over " + limit);

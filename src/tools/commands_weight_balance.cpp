@@ -89,6 +89,7 @@ void RunWeightBalance(ToolContext& ctx, const WbArgs& args) {
         if (loads[i].Kind == 2) {
             // Fuel stations take the quantity in the aircraft's fuel units.
             fuelQuantity += value;
+            loads[i].FuelQuantity = value;
             loads[i].Weight = FuelWeight(value, a.FuelUnits, a.WeightUnits);
             if (!std::isfinite(loads[i].Weight))
                 throw ToolFailure(reg + " has unknown fuel or weight units");
@@ -153,6 +154,7 @@ void RunWeightBalance(ToolContext& ctx, const WbArgs& args) {
                     {"zeroFuelArm", r.ZeroFuelArm},
                     {"hasEnvelope", r.HasEnvelope},
                     {"insideEnvelope", r.InsideEnvelope},
+                    {"envelopeSide", r.Side},
                     {"limits", r.LimitsExceeded},
                     {"weightUnits", WeightUnitName(a.WeightUnits)},
                     {"armUnits", ArmUnitName(a.ArmUnits)},

@@ -77,6 +77,14 @@ TEST(WeightBalance, EdgesAndCornersCountAsInside) {
     for (const Case& c : cases)
         EXPECT_EQ(InsideEnvelope(kCessEnvelope, c.arm, c.weight), c.inside)
             << c.arm << ", " << c.weight;
+    struct Side {
+        double arm, weight;
+        const char* side;
+    } sides[] = {{34.0, 1700, "forward of"}, {37.0, 2200, "forward of"}, {48.0, 2000, "aft of"},
+                 {40.0, 2500, "above"},      {40.0, 1400, "below"},      {40.0, 2000, ""}};
+    for (const Side& c : sides)
+        EXPECT_EQ(EnvelopeSide(kCessEnvelope, c.arm, c.weight), c.side)
+            << c.arm << ", " << c.weight;
     // A computed arm that lands on the edge within rounding stays inside: 1000 @ 35 and
     // 700 @ 35 sum to 1700 @ 35.0 (to the last bit or nearly).
     auto r = ComputeWeightBalance(Cess(), {{u"APS", 1, 35.0, 1000}, {u"ROW1", 3, 35.0, 700}},
@@ -267,7 +275,7 @@ TEST_F(WeightBalanceDialogs, SenecaForwardBaggageTakesItForwardOfTheLimit) {
     EXPECT_NEAR(result.Result().Arm, 293262.0 / 3612.0, 1e-9);
     auto lines = result.VerdictLines();
     EXPECT_EQ(lines[0], "OUT OF ENVELOPE");
-    EXPECT_EQ(lines[1], "CG 81.19 outside the envelope at 3612");
+    EXPECT_EQ(lines[1], "CG 81.19 in forward of the envelope at 3612 lb");
 }
 
 }  // namespace

@@ -49,6 +49,7 @@ TEST_F(WeightBalanceCommands, ForwardOfTheLimitAndOverweightAreOut) {
     Json fwd = Wb("--aircraft G-SNCA --load \"fwd bags=400\"");
     EXPECT_EQ(fwd["withinEnvelope"], false);
     EXPECT_EQ(fwd["insideEnvelope"], false);
+    EXPECT_EQ(fwd["envelopeSide"], "forward of");
     EXPECT_TRUE(fwd["limits"].empty());
     Json heavy = Wb("--aircraft G-CESS --load ROW1=340 --load ROW2=340 --load BAG1=120 --fuel 40");
     EXPECT_EQ(heavy["withinEnvelope"], false);
