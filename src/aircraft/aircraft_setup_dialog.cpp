@@ -340,8 +340,13 @@ std::optional<AircraftRecord> AircraftEditDialog::Check(
         platform::ShowError("The max zero-fuel weight is above the max take-off weight");
         return std::nullopt;
     }
-    if (r.GraphArmMin >= r.GraphArmMax || r.GraphWeightMin >= r.GraphWeightMax) {
-        platform::ShowError("Graph ranges: the first figure must be below the second");
+    // Both ends 0: the graph fits the envelope and the loaded point itself.
+    bool armAuto = r.GraphArmMin == 0.0 && r.GraphArmMax == 0.0;
+    bool weightAuto = r.GraphWeightMin == 0.0 && r.GraphWeightMax == 0.0;
+    if ((!armAuto && r.GraphArmMin >= r.GraphArmMax) ||
+        (!weightAuto && r.GraphWeightMin >= r.GraphWeightMax)) {
+        platform::ShowError(
+            "Graph ranges: the first figure must be below the second (both 0: fit the envelope)");
         return std::nullopt;
     }
 

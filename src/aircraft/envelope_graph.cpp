@@ -53,13 +53,13 @@ EnvelopeGraphFrame MakeEnvelopeGraphFrame(const Rect& area, const AircraftRecord
     EnvelopeGraphFrame f;
     f.Plot = {area.left + kLeftMargin, area.top + kTopMargin, area.right - kRightMargin,
               area.bottom - kBottomMargin};
-    bool given = std::isfinite(aircraft.GraphArmMin) && std::isfinite(aircraft.GraphArmMax) &&
-                 std::isfinite(aircraft.GraphWeightMin) && std::isfinite(aircraft.GraphWeightMax) &&
-                 aircraft.GraphArmMax > aircraft.GraphArmMin &&
-                 aircraft.GraphWeightMax > aircraft.GraphWeightMin;
-    Range arm{given ? aircraft.GraphArmMin : INFINITY, given ? aircraft.GraphArmMax : -INFINITY};
-    Range weight{given ? aircraft.GraphWeightMin : INFINITY,
-                 given ? aircraft.GraphWeightMax : -INFINITY};
+    // Each axis keeps the aircraft's range when it is a real one.
+    auto range = [](double lo, double hi) {
+        bool given = std::isfinite(lo) && std::isfinite(hi) && hi > lo;
+        return given ? Range{lo, hi} : Range{INFINITY, -INFINITY};
+    };
+    Range arm = range(aircraft.GraphArmMin, aircraft.GraphArmMax);
+    Range weight = range(aircraft.GraphWeightMin, aircraft.GraphWeightMax);
     Range held = arm, heldW = weight;
     for (const EnvelopePoint& p : envelope) {
         held.Hold(p.Arm);

@@ -54,6 +54,12 @@ void Automation::Step() {
             continue;
         QStringList words = line.split(' ', Qt::SkipEmptyParts);
         QString verb = words[0].toLower();
+        // Actions on the main window wait until the open dialog has closed, as a user's would.
+        if (Dialog() && (verb == "command" || verb == "key" || verb == "tap" || verb == "exit")) {
+            --next_;
+            QTimer::singleShot(50, this, &Automation::Step);
+            return;
+        }
         std::cerr << "step: " << line.toStdString() << std::endl;
         bool ok = true;
         if (verb == "command" && words.size() == 2) {

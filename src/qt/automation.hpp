@@ -11,6 +11,8 @@
 //   wait SECONDS     pause
 //   screenshot FILE  save the window as shown (PNG)
 //   exit             the Exit command
+// A command that opens a dialog lets the script go on inside it; command, key, tap and exit
+// wait until no dialog is open.
 // Message boxes are then not shown but written to stderr ("box: [caption] text -> answer").
 #pragma once
 

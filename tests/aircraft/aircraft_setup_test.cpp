@@ -173,7 +173,8 @@ TEST_F(AircraftSetup, BadFiguresAreRefusedWithTheirFieldAndNothingIsWritten) {
         {E::kClimbFuelFlow, "nan", "Climb fuel flow (US gal/h): enter a number from 0 to 10000"},
         {E::kEmptyWeight, "99999", "The empty weight is above the max take-off weight"},
         {E::kMaxRampWeight, "2300", "The max ramp weight is below the max take-off weight"},
-        {E::kGraphArmMin, "60", "Graph ranges: the first figure must be below the second"},
+        {E::kGraphArmMin, "60",
+         "Graph ranges: the first figure must be below the second (both 0: fit the envelope)"},
     };
     for (const Case& c : cases) {
         AircraftSetupDialog d;
