@@ -427,11 +427,20 @@ bool AircraftEditDialog::Ok() {
     const AircraftRecord& r = *checked;
 
     // What the aircraft had before, removed only once the new rows are all written.
+    // Rows left under the new name by an aircraft deleted elsewhere would join this one: they go
+    // too.
     std::vector<StoredStation> oldStations;
     std::vector<StoredEnvelopePoint> oldPoints;
-    if (oid_ != 0) {
-        oldStations = ReadStations(originalName_);
-        oldPoints = ReadEnvelopePoints(originalName_);
+    std::vector<std::u16string> names;
+    if (oid_ != 0 && !originalName_.empty())
+        names.push_back(originalName_);
+    if (oid_ == 0 || r.Name != originalName_)
+        names.push_back(r.Name);
+    for (const std::u16string& name : names) {
+        for (auto& s : ReadStations(name))
+            oldStations.push_back(std::move(s));
+        for (auto& p : ReadEnvelopePoints(name))
+            oldPoints.push_back(std::move(p));
     }
     DbHandle ac = OpenDatabase(schema::kAircraftName, schema::kAcName);
     DbHandle st = OpenDatabase(schema::kStationsName, schema::kStKind);

@@ -88,6 +88,11 @@ class AircraftSetup : public ::testing::Test {
 };
 
 TEST_F(AircraftSetup, AddMetricAircraftMakeItActiveAndWorkItsBalance) {
+    // A station left behind under the same name by an aircraft removed elsewhere is not taken on.
+    {
+        DbHandle h = OpenDatabase(u"Stations", schema::kStKind);
+        WriteStation(h, StationRecord{u"OE-KDV", u"OLD", 3, 9.0, 0});
+    }
     AircraftSetupDialog d;
     d.Open();
     std::size_t before = d.Lines().size();
