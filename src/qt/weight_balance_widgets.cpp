@@ -3,6 +3,7 @@
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QPainter>
+#include <QScrollArea>
 #include <vector>
 
 #include "aircraft/envelope_graph.hpp"
@@ -30,7 +31,14 @@ class LoadingWidget : public DialogFrame {
         bold.setBold(true);
         heading->setFont(bold);
         Body()->addWidget(heading);
-        auto* form = new QFormLayout;
+        // Many stations scroll; the usual five to seven fit the screen.
+        auto* scroll = new QScrollArea(this);
+        scroll->setWidgetResizable(true);
+        scroll->setFrameShape(QFrame::NoFrame);
+        scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        auto* page = new QWidget;
+        auto* form = new QFormLayout(page);
+        form->setContentsMargins(0, 0, 0, 0);
         form->setVerticalSpacing(3);
         const auto& rows = model_.Rows();
         for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -43,7 +51,7 @@ class LoadingWidget : public DialogFrame {
                 entry->setToolTip(QStringLiteral("The aircraft's empty weight (Setup A/c)"));
             }
             if (rows[i].Station.StationKind == 2) {
-                auto* note = new QLabel(ToQString(model_.Note(i)), this);
+                auto* note = new QLabel(ToQString(model_.Note(i)), page);
                 note->setObjectName(QStringLiteral("note%1").arg(i));
                 form->addRow(QString(), note);
                 notes_.push_back({i, note});
@@ -54,11 +62,11 @@ class LoadingWidget : public DialogFrame {
                     note->setText(ToQString(model_.Note(row)));
             });
         }
-        Body()->addLayout(form);
-        auto* sg = new QLabel(QStringLiteral("Fuel specific gravity 0.72"), this);
+        auto* sg = new QLabel(QStringLiteral("Fuel specific gravity 0.72"), page);
         sg->setStyleSheet(QStringLiteral("color: #555;"));
-        Body()->addWidget(sg);
-        Body()->addStretch(1);
+        form->addRow(sg);
+        scroll->setWidget(page);
+        Body()->addWidget(scroll, 1);
     }
 
     int Run() {
