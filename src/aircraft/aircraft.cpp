@@ -48,6 +48,77 @@ std::vector<AircraftRecord> ListAircraft() {
     return all;
 }
 
+namespace {
+
+bool EqualNoCase(std::u16string_view a, std::u16string_view b) {
+    if (a.size() != b.size())
+        return false;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        char16_t x = a[i], y = b[i];
+        if (x >= u'a' && x <= u'z')
+            x = static_cast<char16_t>(x - u'a' + u'A');
+        if (y >= u'a' && y <= u'z')
+            y = static_cast<char16_t>(y - u'a' + u'A');
+        if (x != y)
+            return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+bool FindAircraft(std::u16string_view registration, AircraftRecord& out, platform::CeOid* oid) {
+    DbHandle h = OpenDatabase(schema::kAircraftName, schema::kAcName);
+    bool found = false;
+    AircraftRecord r;
+    while (h) {
+        platform::CeOid id = ReadAircraft(h, kFromCurrent, 0, r);
+        if (id == 0)
+            break;
+        bool exact = r.Name == registration;
+        if (exact || (!found && EqualNoCase(r.Name, registration))) {
+            out = r;
+            if (oid)
+                *oid = id;
+            found = true;
+            if (exact)
+                break;
+        }
+        r = AircraftRecord{};
+    }
+    return found;
+}
+
+std::vector<StoredStation> ReadStations(std::u16string_view aircraft) {
+    std::vector<StoredStation> out;
+    DbHandle h = OpenDatabase(schema::kStationsName, schema::kStKind);
+    StationRecord r;
+    while (h) {
+        platform::CeOid id = ReadStation(h, kFromCurrent, 0, r);
+        if (id == 0)
+            break;
+        if (r.AircraftName == aircraft)
+            out.push_back({id, r});
+        r = StationRecord{};
+    }
+    return out;
+}
+
+std::vector<StoredEnvelopePoint> ReadEnvelopePoints(std::u16string_view aircraft) {
+    std::vector<StoredEnvelopePoint> out;
+    DbHandle h = OpenEnvelopes();
+    EnvelopePointRecord r;
+    while (h) {
+        platform::CeOid id = ReadEnvelopePoint(h, kFromCurrent, 0, r);
+        if (id == 0)
+            break;
+        if (r.AircraftName == aircraft)
+            out.push_back({id, r});
+        r = EnvelopePointRecord{};
+    }
+    return out;
+}
+
 bool MakeAircraftCurrent(std::u16string_view registration) {
     AircraftRecord r;
     if (registration.size() >= g_app.AircraftReg.Capacity() || !ReadNamed(registration, r))

@@ -17,7 +17,7 @@
 //   612 MaxZeroFuelWeight  weight units, 0 when the aircraft has none
 //   613 MaxLandingWeight   weight units
 //   614, 615, 619, 620     reserved, 0 in every aircraft
-//   616 ArmUnits           arm unit code, kArmInches
+//   616 ArmUnits           arm unit code, kArmInches (or a metric code below)
 //   617 TypeDesignator     ICAO type, e.g. "C172"
 //   618 MaxRampWeight      weight units (take-off weight plus the fuel burnt taxiing)
 //   621 TaxiFuel           fuel units
@@ -35,6 +35,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/prop_val.hpp"
 #include "store/records.hpp"
 
 namespace aerix {
@@ -50,8 +51,12 @@ enum FuelUnitCode : std::uint32_t {
 // Weight unit codes (property 622), the same numbering as the fuel units for weights.
 inline constexpr std::int16_t kWeightPounds = 1;
 inline constexpr std::int16_t kWeightKilograms = 2;
-// Arm unit code (property 616).
+// Arm unit codes (property 616): the default aircraft use inches; metric aircraft may give arms in
+// millimetres, centimetres or metres.
 inline constexpr std::int16_t kArmInches = 1;
+inline constexpr std::int16_t kArmMillimetres = 2;
+inline constexpr std::int16_t kArmCentimetres = 3;
+inline constexpr std::int16_t kArmMetres = 4;
 
 // The aircraft's figures that other subsystems keep in g_app: its taxi fuel and fuel units.
 void ApplyAircraftToState(const AircraftRecord& aircraft);
@@ -63,6 +68,25 @@ bool LoadCurrentAircraft();
 
 // Every aircraft in registration order; empty when the database cannot be opened.
 std::vector<AircraftRecord> ListAircraft();
+
+// The aircraft with this registration, matched exactly or, failing that, without regard to ASCII
+// case; its record id in *oid. False when there is none (quietly).
+bool FindAircraft(std::u16string_view registration, AircraftRecord& out,
+                  platform::CeOid* oid = nullptr);
+
+// An aircraft's loading stations in kind order (basic, fuel, seats, baggage) with their ids.
+struct StoredStation {
+    platform::CeOid Oid = 0;
+    StationRecord Record;
+};
+std::vector<StoredStation> ReadStations(std::u16string_view aircraft);
+
+// An aircraft's envelope points in point-number order with their ids.
+struct StoredEnvelopePoint {
+    platform::CeOid Oid = 0;
+    EnvelopePointRecord Record;
+};
+std::vector<StoredEnvelopePoint> ReadEnvelopePoints(std::u16string_view aircraft);
 
 // Makes the aircraft with this registration the current one. False when there is none.
 // The caller recomputes the plan with the new airspeeds (RecomputePlan(1)).

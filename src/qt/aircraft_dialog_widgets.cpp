@@ -116,6 +116,8 @@ class FuelPlanWidget : public DialogFrame {
 
 void RegisterAircraftDialogs(QtDialogHost& host) {
     host.Register(Dialog::Fuel, RunWidget<FuelPlanWidget>);
+    RegisterAircraftSetupDialogs(host);
+    RegisterWeightBalanceDialogs(host);
 }
 
 }  // namespace aerix::qt

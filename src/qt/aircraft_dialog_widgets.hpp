@@ -1,4 +1,5 @@
-// The aircraft dialogs' widgets ("Fuel plan"), registered with the dialog host.
+// The aircraft dialogs' widgets ("Fuel plan", "Setup A/c", the weight-and-balance pair),
+// registered with the dialog host.
 #pragma once
 
 #include "qt/qt_dialog_host.hpp"
@@ -6,5 +7,8 @@
 namespace aerix::qt {
 
 void RegisterAircraftDialogs(QtDialogHost& host);
+// Parts of the above, each in its own file.
+void RegisterAircraftSetupDialogs(QtDialogHost& host);
+void RegisterWeightBalanceDialogs(QtDialogHost& host);
 
 }  // namespace aerix::qt

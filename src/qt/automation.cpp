@@ -1,7 +1,11 @@
 #include "qt/automation.hpp"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QFile>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTabWidget>
 #include <QTimer>
 #include <iostream>
 
@@ -39,6 +43,10 @@ void Automation::Start() {
     QTimer::singleShot(0, this, &Automation::Step);
 }
 
+QWidget* Automation::Dialog() const {
+    return QApplication::activeModalWidget();
+}
+
 void Automation::Step() {
     while (next_ < lines_.size()) {
         QString line = lines_[next_++].trimmed();
@@ -46,10 +54,51 @@ void Automation::Step() {
             continue;
         QStringList words = line.split(' ', Qt::SkipEmptyParts);
         QString verb = words[0].toLower();
+        // Actions on the main window wait until the open dialog has closed, as a user's would.
+        if (Dialog() && (verb == "command" || verb == "key" || verb == "tap" || verb == "exit")) {
+            --next_;
+            QTimer::singleShot(50, this, &Automation::Step);
+            return;
+        }
         std::cerr << "step: " << line.toStdString() << std::endl;
         bool ok = true;
         if (verb == "command" && words.size() == 2) {
-            frame_.Logic().OnCommand(words[1].toUInt(&ok));
+            unsigned id = words[1].toUInt(&ok);
+            if (ok) {
+                // A command may open a modal dialog: the script goes on inside its loop.
+                QTimer::singleShot(0, this, &Automation::Step);
+                frame_.Logic().OnCommand(id);
+                return;
+            }
+        } else if (verb == "set" && words.size() >= 2) {
+            // The rest of the line, spaces kept, is the text.
+            QString text = line.section(' ', 2, -1, QString::SectionSkipEmpty);
+            auto* entry = Dialog() ? Dialog()->findChild<QLineEdit*>(words[1]) : nullptr;
+            ok = entry != nullptr;
+            if (ok) {
+                entry->setText(text);
+                emit entry->textEdited(text);
+            }
+        } else if (verb == "click" && words.size() == 2) {
+            auto* button = Dialog() ? Dialog()->findChild<QAbstractButton*>(words[1]) : nullptr;
+            ok = button != nullptr;
+            if (ok) {
+                QTimer::singleShot(0, this, &Automation::Step);
+                button->click();
+                return;
+            }
+        } else if (verb == "tab" && words.size() == 3) {
+            auto* tabs = Dialog() ? Dialog()->findChild<QTabWidget*>(words[1]) : nullptr;
+            int index = words[2].toInt(&ok);
+            ok = ok && tabs && index >= 0 && index < tabs->count();
+            if (ok)
+                tabs->setCurrentIndex(index);
+        } else if (verb == "select" && words.size() == 3) {
+            auto* list = Dialog() ? Dialog()->findChild<QListWidget*>(words[1]) : nullptr;
+            int row = words[2].toInt(&ok);
+            ok = ok && list && row >= 0 && row < list->count();
+            if (ok)
+                list->setCurrentRow(row);
         } else if (verb == "key" && words.size() == 2) {
             frame_.Logic().OnKeyUp(words[1].toUInt(&ok));
         } else if (verb == "tap" && words.size() == 3) {

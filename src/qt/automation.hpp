@@ -3,10 +3,16 @@
 //   command ID       the menu command or tool button ID
 //   key VK           a key release (193-196 hardware buttons, 37-41 arrows and action)
 //   tap X Y          a pen tap on the view at logical pixels
+//   set NAME TEXT    types TEXT into the open dialog's field named NAME
+//   click NAME       clicks the open dialog's button named NAME (ok, close, add, ...)
+//   tab NAME INDEX   shows page INDEX (0 = first) of the open dialog's tabs named NAME
+//   select NAME ROW  chooses row ROW (0 = first) of the open dialog's list named NAME
 //   answer yes|no|ok|cancel   the answer to the next message box
 //   wait SECONDS     pause
 //   screenshot FILE  save the window as shown (PNG)
 //   exit             the Exit command
+// A command that opens a dialog lets the script go on inside it; command, key, tap and exit
+// wait until no dialog is open.
 // Message boxes are then not shown but written to stderr ("box: [caption] text -> answer").
 #pragma once
 
@@ -29,6 +35,8 @@ class Automation : public QObject {
 
   private:
     void Step();
+    // The dialog open over the window, if any.
+    QWidget* Dialog() const;
 
     MainFrame& frame_;
     QtUi& ui_;

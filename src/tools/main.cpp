@@ -27,6 +27,7 @@ int main(int argc, char** argv) {
     AddStoreCommands(app, ctx);
     AddPlanningCommands(app, ctx);
     AddRenderCommands(app, ctx);
+    AddWeightBalanceCommands(app, ctx);
 
     try {
         app.parse(argc, argv);

@@ -52,5 +52,7 @@ void AddGpsCommands(CLI::App& app, ToolContext& ctx);
 void AddStoreCommands(CLI::App& app, ToolContext& ctx);
 void AddPlanningCommands(CLI::App& app, ToolContext& ctx);
 void AddRenderCommands(CLI::App& app, ToolContext& ctx);
+// After AddPlanningCommands: adds to its "aircraft" command.
+void AddWeightBalanceCommands(CLI::App& app, ToolContext& ctx);
 
 }  // namespace aerix::tools

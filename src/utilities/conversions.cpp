@@ -94,8 +94,12 @@ FuelQuantities FuelFrom(FuelSource from, double x, double sg) {
         case kFuelFromKg:
             q.kg = x;
             break;
+        case kFuelFromLb:
+            q.kg = x / kLbPerKgFuel;
+            break;
     }
-    q.lb = q.kg * kLbPerKgFuel;
+    // Pounds typed in stay exactly what was typed.
+    q.lb = from == kFuelFromLb ? x : q.kg * kLbPerKgFuel;
     if (from != kFuelFromUsGallons)
         q.usGallons = UsGallonsFromKg(q.kg, sg);
     if (from != kFuelFromImpGallons)

@@ -38,7 +38,13 @@ struct FuelQuantities {
     double lb = 0;
 };
 
-enum FuelSource { kFuelFromLitres, kFuelFromUsGallons, kFuelFromImpGallons, kFuelFromKg };
+enum FuelSource {
+    kFuelFromLitres,
+    kFuelFromUsGallons,
+    kFuelFromImpGallons,
+    kFuelFromKg,
+    kFuelFromLb,
+};
 
 // Every fuel quantity from one of them. A specific gravity of 0 gives infinities or NaN.
 FuelQuantities FuelFrom(FuelSource from, double x, double sg);

@@ -10,6 +10,7 @@
 #include <thread>
 #include <vector>
 
+#include "aircraft/loading.hpp"
 #include "gps/fix_publisher.hpp"
 #include "gps/gps_fix.hpp"
 #include "platform/byte_source.hpp"
@@ -164,6 +165,10 @@ struct AppState {
     std::uint32_t PlanTotalFuel = 0;
     // The sector the PLAN view highlights (0 = first): the one the sector commands act on.
     std::uint32_t HighlightedSector = 0;
+
+    // ---- Weight and balance (aircraft/) ----
+    // The loading last confirmed in the loading dialog; the result dialog works it out.
+    AircraftLoading WbLoading;
 
     // ---- GPS feeds: receiver, playback and simulator (gps/) ----
     // Feeds publish whole fixes here; nothing else writes it but ClearVoid.
