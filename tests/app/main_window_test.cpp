@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <condition_variable>
 #include <deque>
 #include <filesystem>
 #include <map>
+#include <mutex>
 
 #include "app/command_ids.hpp"
 #include "app/default_data.hpp"
@@ -54,10 +56,14 @@ class ScriptedDialogs : public DialogHost {
   public:
     std::map<Dialog, int> answers;  // missing: kDialogOk
     std::vector<Dialog> opened;
+    std::function<void()> onLoading;
     int Run(Dialog dialog) override {
         opened.push_back(dialog);
-        if (dialog == Dialog::Loading)
+        if (dialog == Dialog::Loading) {
+            if (onLoading)
+                onLoading();
             g_app.ArraysPending = 0;
+        }
         auto it = answers.find(dialog);
         return it == answers.end() ? kDialogOk : it->second;
     }
@@ -371,6 +377,113 @@ TEST_F(MainWindowTest, OpeningAPlanStopsTheFeed) {
     EXPECT_EQ(g_app.GpsSource, static_cast<std::uint32_t>(kSourceNone));
     EXPECT_EQ(g_app.ArraysPending, 1);
     EXPECT_TRUE(main_->Menu().Enabled(cmd::kStartSimulation));
+}
+
+}  // namespace
+}  // namespace aerix
+
+namespace aerix {
+namespace {
+
+// Draws nothing until released or stopped; counts its drawings.
+class HeldRenderer {
+  public:
+    platform::Bitmap operator()(const InstrumentFrameInput& in) {
+        std::unique_lock lock(mutex_);
+        ++started_;
+        changed_.notify_all();
+        std::stop_token stop = in.stop;
+        changed_.wait(lock, stop, [&] { return released_ > 0; });
+        if (released_ > 0)
+            --released_;
+        return platform::Bitmap(240, 268);
+    }
+    void Release() {
+        std::lock_guard lock(mutex_);
+        ++released_;
+        changed_.notify_all();
+    }
+    void WaitStarted(int n) {
+        std::unique_lock lock(mutex_);
+        changed_.wait(lock, [&] { return started_ >= n; });
+    }
+    int Started() {
+        std::lock_guard lock(mutex_);
+        return started_;
+    }
+
+  private:
+    std::mutex mutex_;
+    std::condition_variable_any changed_;
+    int released_ = 0;
+    int started_ = 0;
+};
+
+TEST_F(MainWindowTest, InstrumentViewDrawsOnItsOwnThreadOnlyWhenSomethingChanged) {
+    ASSERT_TRUE(Start());
+    HeldRenderer held;
+    main_->Instruments().SetRenderer([&](const InstrumentFrameInput& in) { return held(in); });
+    main_->OnCommand(kShowHsi);
+    platform::RecordingCanvas view;
+    main_->OnPaint(view);
+    held.WaitStarted(1);
+    EXPECT_TRUE(g_app.InstrumentDrawingRunning.load());
+    // Paints while it draws start nothing more.
+    main_->OnPaint(view);
+    main_->OnCommand(kButtonUp);
+    main_->OnPaint(view);
+    EXPECT_EQ(held.Started(), 1);
+    held.Release();
+    main_->Instruments().Wait();
+    EXPECT_FALSE(g_app.InstrumentDrawingRunning.load());
+
+    // The frame is shown; the range changed meanwhile, so the next drawing starts.
+    view.Clear();
+    main_->OnPaint(view);
+    EXPECT_EQ(view.CallsOf(platform::CanvasCall::Blit).size(), 1u);
+    held.WaitStarted(2);
+    held.Release();
+    main_->Instruments().Wait();
+    // Nothing new: the frame is shown again and no drawing starts.
+    main_->OnPaint(view);
+    main_->OnPaint(view);
+    EXPECT_EQ(held.Started(), 2);
+    // A new fix asks for a frame.
+    g_app.PublishedFix.Publish(GpsFix{});
+    main_->OnPaint(view);
+    held.WaitStarted(3);
+
+    // Leaving the view ends the drawing at once and forgets its frames.
+    main_->OnCommand(kShowMap);
+    EXPECT_FALSE(main_->Instruments().Running());
+    EXPECT_FALSE(g_app.InstrumentDrawingRunning.load());
+    EXPECT_TRUE(main_->Instruments().Shown().Empty());
+
+    // So does the exit.
+    main_->OnCommand(kShowAerix);
+    main_->OnPaint(view);
+    held.WaitStarted(4);
+    main_->OnCommand(kExit);
+    EXPECT_FALSE(main_->Instruments().Running());
+    EXPECT_FALSE(g_app.InstrumentDrawingRunning.load());
+}
+
+TEST_F(MainWindowTest, LoadingDialogRunsWithNoDrawingUnderIt) {
+    ASSERT_TRUE(Start());
+    HeldRenderer held;
+    main_->Instruments().SetRenderer([&](const InstrumentFrameInput& in) { return held(in); });
+    g_app.ArraysPending = 0;
+    main_->OnCommand(kShowHsi);
+    platform::RecordingCanvas view;
+    main_->OnPaint(view);
+    held.WaitStarted(1);
+    // A sector was added: the next switch reloads the arrays, the drawing stopped first.
+    g_app.ArraysPending = 1;
+    bool drawingDuringLoad = true;
+    dialogs_.onLoading = [&] { drawingDuringLoad = g_app.InstrumentDrawingRunning.load(); };
+    main_->OnCommand(kShowAerix);
+    EXPECT_EQ(dialogs_.Count(Dialog::Loading), 1);
+    EXPECT_FALSE(drawingDuringLoad);
 }
 
 }  // namespace
