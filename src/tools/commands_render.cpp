@@ -44,7 +44,7 @@ void OpenPlanNamed(const std::string& name) {
 }
 
 // The platform, the default data and the plan, as the window has them.
-void SetUp(ToolContext& ctx, const MapArgs& a) {
+void SetUp(ToolContext& ctx) {
     ctx.OpenPlatform();
     CreateDefaultSettings();
     LoadSettings();
@@ -72,7 +72,7 @@ void Save(qt::HeadlessGraphics& headless, const platform::Bitmap& frame, const s
 }
 
 void RenderMap(ToolContext& ctx, const MapArgs& a) {
-    SetUp(ctx, a);
+    SetUp(ctx);
     // After the platform: it installs a fresh set of services.
     qt::HeadlessGraphics headless;
     GenerateMissingCharts(DefaultMaps());
@@ -97,7 +97,7 @@ void RenderMap(ToolContext& ctx, const MapArgs& a) {
 }
 
 void RenderInstruments(ToolContext& ctx, const MapArgs& a, bool aerix) {
-    SetUp(ctx, a);
+    SetUp(ctx);
     qt::HeadlessGraphics headless;
     if (!a.plan.empty())
         OpenPlanNamed(a.plan);
