@@ -31,7 +31,9 @@ CardStyle AerixStyle() {
     s.face = kScreen;
     s.marks = platform::kWhite;
     s.course = kMagenta;
-    s.route = kMagenta;
+    // As on a glass cockpit: the leg being flown magenta, the rest of the route white.
+    s.route = Rgb(225, 225, 225);
+    s.active = kMagenta;
     s.aircraft = Rgb(255, 230, 0);
     return s;
 }

@@ -28,6 +28,7 @@ CardStyle HsiStyle() {
     s.marks = platform::kWhite;
     s.course = Rgb(255, 200, 0);
     s.route = Rgb(255, 0, 255);
+    s.active = s.route;
     s.aircraft = Rgb(255, 140, 0);
     return s;
 }

@@ -38,7 +38,7 @@ int Scaled(const CardStyle& style, double pixels) {
 
 void DrawRangeRing(Canvas& c, const CardGeometry& g, const CardStyle& style) {
     const double r = g.radius / 2;
-    c.SetPen({platform::PenStyle::Dot, 1, kRingColor});
+    c.SetPen({platform::PenStyle::Dot, Scaled(style, 1), kRingColor});
     c.SetBrush({true, platform::kWhite});
     Point tl = ToPixel({g.cx - r, g.cy - r});
     Point br = ToPixel({g.cx + r, g.cy + r});

@@ -127,7 +127,7 @@ void DrawRoute(Canvas& c, const CardGeometry& g, const CardStyle& style,
     PointF a = g.Project(in.leg.startLatitude, in.leg.startLongitude);
     PointF b = g.Project(in.leg.endLatitude, in.leg.endLongitude);
     if (SegmentMaySeeCard(g, a, b)) {
-        c.SetPen({platform::PenStyle::Solid, Scaled(style, 4), style.route});
+        c.SetPen({platform::PenStyle::Solid, Scaled(style, 4), style.active});
         c.Polyline({ToPixel(a), ToPixel(b)});
     }
 }

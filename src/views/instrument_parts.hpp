@@ -17,7 +17,8 @@ struct CardStyle {
     platform::Color face;        // the card itself
     platform::Color marks;       // ticks and figures
     platform::Color course;      // course pointer and deviation bar
-    platform::Color route;
+    platform::Color route;       // the plan's legs
+    platform::Color active;      // the leg being flown
     platform::Color aircraft;
 };
 

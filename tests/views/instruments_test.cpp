@@ -99,6 +99,16 @@ TEST(InstrumentPicture, CardTurnsToTheMagneticTrack) {
                     found = true;
             }
             EXPECT_TRUE(found);
+            // A quarter turn clockwise of the track lies on the right.
+            const char* figures[] = {"N", "3",  "6",  "E", "12", "15",
+                                     "S", "21", "24", "W", "30", "33"};
+            const int right = (static_cast<int>(k.track) / 30 + 3) % 12;
+            bool onTheRight = false;
+            for (const CanvasCall& call : c.CallsOf(CanvasCall::Text))
+                if (call.text == figures[right] && call.rect.left > in.centreX + 40 &&
+                    std::abs((call.rect.top + call.rect.bottom) / 2 - in.centreY) <= 1)
+                    onTheRight = true;
+            EXPECT_TRUE(onTheRight) << figures[right];
             char readout[16];
             std::snprintf(readout, sizeof readout, "%03d\xC2\xB0",
                           k.track == 0 ? 360 : static_cast<int>(k.track));
@@ -164,10 +174,16 @@ TEST(InstrumentPicture, RangeStepsScaleTheMapAndTheReadout) {
     wpt.type = 1;
     wpt.latitude = static_cast<std::int32_t>(kLat + 7 * kUnitsPerNm);
     wpt.longitude = static_cast<std::int32_t>(kLon);
+    // 4 nm north and 4 east: 5.7 nm away, so outside the 5 nm card.
+    NavEntry corner = wpt;
+    corner.ident.assign(u"CORNR");
+    corner.latitude = static_cast<std::int32_t>(kLat + 4 * kUnitsPerNm);
+    corner.longitude =
+        static_cast<std::int32_t>(kLon + 4 * kUnitsPerNm / std::cos(kLat * kCentiMinutesToRadians));
     NavEntry far = wpt;
     far.ident.assign(u"FAR");
     far.latitude = static_cast<std::int32_t>(kLat - 200 * kUnitsPerNm);
-    std::vector<NavEntry> nav{wpt, far};
+    std::vector<NavEntry> nav{wpt, corner, far};
     for (bool aerix : {false, true}) {
         for (std::uint32_t step : {1u, 2u, 4u, 8u, 16u}) {
             SCOPED_TRACE(std::to_string(step));
@@ -179,6 +195,7 @@ TEST(InstrumentPicture, RangeStepsScaleTheMapAndTheReadout) {
             const std::string scale = "  " + std::to_string(5 * step) + " nm  ";
             EXPECT_TRUE(HasText(c, scale)) << scale;
             EXPECT_FALSE(HasText(c, "FAR"));
+            EXPECT_EQ(HasText(c, "CORNR"), step > 1);
             bool drawn = false;
             for (const CanvasCall& call : c.CallsOf(CanvasCall::Text)) {
                 if (call.text != "AHEAD")
