@@ -29,7 +29,7 @@ struct MapArgs {
     double latitude = 0.0, longitude = 0.0, track = 0.0, speed = 0.0, zoom = 1.0;
     double variation = 0.0;
     std::uint32_t range = 1;
-    std::string plan, out;
+    std::string plan, out, database;
 };
 
 void OpenPlanNamed(const std::string& name) {
@@ -104,7 +104,10 @@ void RenderInstruments(ToolContext& ctx, const MapArgs& a, bool aerix) {
     // The arrays, as the loading dialog fills them (no airspace file: no airspace).
     if (std::filesystem::exists(platform::Sys().root->Resolve(kAirspaceFile)))
         LoadAirspace();
-    LoadNavDatabase();
+    if (!a.database.empty())
+        g_app.NavDatabaseName.assign(Utf8ToUtf16(a.database));
+    if (!g_app.NavDatabaseName.empty())
+        LoadNavDatabase();
     g_app.ArraysPending = 0;
 
     g_app.ViewMode = kViewInstruments;
@@ -185,6 +188,8 @@ void AddRenderCommands(CLI::App& app, ToolContext& ctx) {
         view->add_option("--range", b->range, "Range step: 1, 2, 4, 8 or 16 (5 nm each)")
             ->check(CLI::IsMember({1, 2, 4, 8, 16}));
         view->add_option("--plan", b->plan, "The plan flown (default: the active one)");
+        view->add_option("--db", b->database,
+                         "Navigation database whose waypoints are drawn (default: the chosen one)");
         view->add_option("--out", b->out, "The PNG file to write")->required();
         view->callback([&ctx, b, aerix] { RenderInstruments(ctx, *b, aerix); });
     }
