@@ -10,6 +10,7 @@
 
 #include "app/command_ids.hpp"
 #include "app/default_data.hpp"
+#include "app/loading_dialog.hpp"
 #include "app/state/app_state.hpp"
 #include "app/state/settings.hpp"
 #include "platform/recording_canvas.hpp"
@@ -484,6 +485,32 @@ TEST_F(MainWindowTest, LoadingDialogRunsWithNoDrawingUnderIt) {
     main_->OnCommand(kShowAerix);
     EXPECT_EQ(dialogs_.Count(Dialog::Loading), 1);
     EXPECT_FALSE(drawingDuringLoad);
+}
+
+}  // namespace
+}  // namespace aerix
+
+namespace aerix {
+namespace {
+
+TEST(LoadingDialogTest, LoadsTheWaypointsAndTheAirspace) {
+    testing::TestPlatform platform;
+    CreateDefaultData();
+    g_app.NavDatabaseName.assign(u"World");
+    testing::WriteFile(platform.Data().ResolveForWrite("\\My Documents\\Aerix\\EuroAip.txt"),
+                       "CTR\xB8"
+                       "300000\xB8"
+                       "6000\xB8"
+                       "0\xB8"
+                       "0\xB8"
+                       "0\xB8"
+                       "0\xB8\r\n");
+    g_app.ArraysPending = 1;
+    EXPECT_EQ(LoadingDialogModel().OnTimer(), 1);
+    EXPECT_GT(g_app.NavEntryCount, 1000u);
+    EXPECT_EQ(g_app.AirspaceEntryCount, 1u);
+    EXPECT_EQ(g_app.ArraysPending, 0);
+    EXPECT_TRUE(platform.Ui().BoxTexts().empty());
 }
 
 }  // namespace
