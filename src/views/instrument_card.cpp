@@ -73,14 +73,16 @@ void DrawCompassCard(Canvas& c, const CardGeometry& g, const CardStyle& style) {
         Point inner = ToPixel(g.At(a, g.radius - len));
         c.Polyline({outer, inner});
     }
+    // The figures sit on the card's own colour: the map beneath never blurs them.
     c.SetFont({Scaled(style, 11), true});
-    const int half = Scaled(style, 12);
-    const int halfHeight = Scaled(style, 8);
     for (int deg = 0; deg < 360; deg += 30) {
+        const char* figure = CardFigure(deg);
+        const int half = Scaled(style, figure[1] ? 8 : 5);
+        const int halfHeight = Scaled(style, 7);
         Point p = ToPixel(g.At(g.AngleOfMagnetic(deg), g.radius - 20 * style.scale));
-        c.DrawText(CardFigure(deg), {p.x - half, p.y - halfHeight, p.x + half, p.y + halfHeight},
+        c.DrawText(figure, {p.x - half, p.y - halfHeight, p.x + half, p.y + halfHeight},
                    platform::kTextCenter | platform::kTextVCenter | platform::kTextSingleLine,
-                   style.marks, style.face, true);
+                   style.marks, style.face, false);
     }
     // The lubber mark: the track is read where it points.
     const int top = static_cast<int>(std::lround(g.cy - g.radius));

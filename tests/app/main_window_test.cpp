@@ -57,14 +57,10 @@ class ScriptedDialogs : public DialogHost {
   public:
     std::map<Dialog, int> answers;  // missing: kDialogOk
     std::vector<Dialog> opened;
-    std::function<void()> onLoading;
     int Run(Dialog dialog) override {
         opened.push_back(dialog);
-        if (dialog == Dialog::Loading) {
-            if (onLoading)
-                onLoading();
+        if (dialog == Dialog::Loading)
             g_app.ArraysPending = 0;
-        }
         auto it = answers.find(dialog);
         return it == answers.end() ? kDialogOk : it->second;
     }
@@ -467,24 +463,6 @@ TEST_F(MainWindowTest, InstrumentViewDrawsOnItsOwnThreadOnlyWhenSomethingChanged
     main_->OnCommand(kExit);
     EXPECT_FALSE(main_->Instruments().Running());
     EXPECT_FALSE(g_app.InstrumentDrawingRunning.load());
-}
-
-TEST_F(MainWindowTest, LoadingDialogRunsWithNoDrawingUnderIt) {
-    ASSERT_TRUE(Start());
-    HeldRenderer held;
-    main_->Instruments().SetRenderer([&](const InstrumentFrameInput& in) { return held(in); });
-    g_app.ArraysPending = 0;
-    main_->OnCommand(kShowHsi);
-    platform::RecordingCanvas view;
-    main_->OnPaint(view);
-    held.WaitStarted(1);
-    // A sector was added: the next switch reloads the arrays, the drawing stopped first.
-    g_app.ArraysPending = 1;
-    bool drawingDuringLoad = true;
-    dialogs_.onLoading = [&] { drawingDuringLoad = g_app.InstrumentDrawingRunning.load(); };
-    main_->OnCommand(kShowAerix);
-    EXPECT_EQ(dialogs_.Count(Dialog::Loading), 1);
-    EXPECT_FALSE(drawingDuringLoad);
 }
 
 }  // namespace
