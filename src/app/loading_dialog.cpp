@@ -2,11 +2,13 @@
 
 #include "app/state/app_state.hpp"
 #include "store/airspace_loader.hpp"
+#include "store/nav_database_loader.hpp"
 
 namespace aerix {
 
 int LoadingDialogModel::OnTimer() {
     LoadAirspace();
+    LoadNavDatabase();
     g_app.ArraysPending = 0;
     return 1;
 }

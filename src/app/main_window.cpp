@@ -22,6 +22,7 @@
 #include "store/schema.hpp"
 #include "views/calibration_view.hpp"
 #include "views/chart_generator.hpp"
+#include "views/instrument_frame.hpp"
 #include "views/map_readouts.hpp"
 #include "views/map_view.hpp"
 
@@ -41,21 +42,6 @@ constexpr unsigned kFeedStartItems[] = {kConnectGps, kStartSimulation, kPlayback
                                         kPlaybackFast};
 constexpr unsigned kFeedStopItems[] = {kDisconnectGps, kStopSimulation, kStopPlayback};
 
-void DrawPlaceholder(platform::Canvas& canvas, const char* name) {
-    canvas.FillRect(platform::Rect{0, 22, 240, 247}, platform::kWhite);
-    canvas.SetFont(platform::Font{16, true});
-    canvas.DrawText(name, platform::Rect{0, 22, 240, 247},
-                    platform::kTextCenter | platform::kTextVCenter | platform::kTextSingleLine,
-                    platform::Rgb(96, 96, 96), platform::kWhite, true);
-    if (g_app.GpsSource == kSourceNone)
-        return;
-    canvas.SetFont(platform::Font{12, false});
-    std::string position = Utf16ToUtf8(g_app.Fix.positionText.view());
-    canvas.DrawText(position, platform::Rect{0, 160, 240, 180},
-                    platform::kTextCenter | platform::kTextSingleLine, platform::kBlack,
-                    platform::kWhite, true);
-}
-
 }  // namespace
 
 void PaintMapFrame(platform::Canvas& canvas) {
@@ -73,6 +59,7 @@ MainWindow::MainWindow(WindowHost& host, DialogHost& dialogs)
       recomputePlan_([] { RecomputePlanRoute(0); }) {}
 
 MainWindow::~MainWindow() {
+    instruments_.Stop();
     SetFeedCommandSink({});
 }
 
@@ -332,6 +319,7 @@ void MainWindow::OnCommand(unsigned id) {
         default:
             return;
     }
+    ++generation_;
     Repaint();
 }
 
@@ -356,6 +344,9 @@ void MainWindow::NextWaypoint() {
 }
 
 void MainWindow::ShowView(unsigned id) {
+    // The drawing of the view being left ends here; another instrument view starts afresh.
+    instruments_.Reset();
+    ++generation_;
     switch (id) {
         case kShowPlan:
             g_app.ViewMode = kViewPlan;
@@ -397,8 +388,27 @@ void MainWindow::ShowInstruments(bool aerix) {
 }
 
 void MainWindow::LoadArraysIfPending() {
-    if (g_app.ArraysPending)
-        dialogs_.Run(Dialog::Loading);
+    if (!g_app.ArraysPending)
+        return;
+    // The drawing reads the arrays the dialog replaces.
+    StopInstruments();
+    dialogs_.Run(Dialog::Loading);
+}
+
+void MainWindow::StopInstruments() {
+    instruments_.Stop();
+    ++generation_;
+}
+
+void MainWindow::PaintInstruments(platform::Canvas& canvas) {
+    instruments_.TakeFinished();
+    instruments_.Paint(canvas);
+    const std::uint64_t fix = g_app.PublishedFix.Sequence();
+    if (instruments_.Running() || (fix == drawnFix_ && generation_ == drawnGeneration_))
+        return;
+    drawnFix_ = fix;
+    drawnGeneration_ = generation_;
+    instruments_.Start(PrepareInstrumentFrame(), Sys().ui);
 }
 
 void MainWindow::ApplyReadouts() {
@@ -456,7 +466,7 @@ void MainWindow::OnPaint(platform::Canvas& canvas) {
             planView_.Paint(canvas);
             break;
         case kViewInstruments:
-            DrawPlaceholder(canvas, g_app.InstrumentAerix ? "AERIX view" : "HSI view");
+            PaintInstruments(canvas);
             break;
         case kViewMap:
             PaintMapFrame(canvas);
@@ -556,6 +566,7 @@ void MainWindow::StopRunningFeed() {
 void MainWindow::ExitSequence() {
     SaveSettings();
     SavePortDevice();
+    StopInstruments();
     CloseGpsPort();
     StopRunningFeed();
     if (g_app.EnableHotKeys == 1)

@@ -10,6 +10,7 @@
 #include "app/plan_view.hpp"
 #include "app/window_host.hpp"
 #include "platform/canvas.hpp"
+#include "views/instrument_drawer.hpp"
 
 namespace aerix {
 
@@ -66,6 +67,9 @@ class MainWindow {
     // default; tests count them).
     void SetPlanOperations(std::function<void()> reverse, std::function<void()> recompute);
 
+    // The instrument views' drawing thread (tests look at it).
+    InstrumentDrawer& Instruments() { return instruments_; }
+
   private:
     void ExitSequence();
     // The stop command of the feed that runs, if any.
@@ -80,6 +84,9 @@ class MainWindow {
     void Button(unsigned id);
     void NewSector(Dialog dialog);
     void Repaint();
+    void PaintInstruments(platform::Canvas& canvas);
+    // Ends the drawing thread; the next paint draws afresh.
+    void StopInstruments();
 
     WindowHost& host_;
     DialogHost& dialogs_;
@@ -88,6 +95,13 @@ class MainWindow {
     bool quitRequested_ = false;
     std::function<void()> reversePlan_;
     std::function<void()> recomputePlan_;
+    // What the instrument frame last asked for was drawn from: the published fix and the
+    // generation of commands, keys and views. A paint starts a drawing only when they moved on.
+    std::uint64_t generation_ = 1;
+    std::uint64_t drawnFix_ = 0;
+    std::uint64_t drawnGeneration_ = 0;
+    // Last: destroyed first, so its thread ends before anything it reads goes away.
+    InstrumentDrawer instruments_;
 };
 
 }  // namespace aerix

@@ -1,4 +1,4 @@
-// render map: the MAP view drawn headless, exactly as the window paints it, into a PNG.
+// render map|hsi|aerix: a view drawn headless, exactly as the window paints it, into a PNG.
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cmath>
@@ -11,9 +11,13 @@
 #include "gps/position_text.hpp"
 #include "planning/plan_dialogs.hpp"
 #include "planning/sector_computation.hpp"
+#include "platform/services.hpp"
 #include "qt/graphics/headless.hpp"
+#include "store/airspace_loader.hpp"
+#include "store/nav_database_loader.hpp"
 #include "tools/tool_context.hpp"
 #include "views/chart_generator.hpp"
+#include "views/instrument_frame.hpp"
 
 namespace aerix::tools {
 
@@ -23,7 +27,9 @@ constexpr double kCentiMinutesPerDegree = 6000.0;
 
 struct MapArgs {
     double latitude = 0.0, longitude = 0.0, track = 0.0, speed = 0.0, zoom = 1.0;
-    std::string plan, out;
+    double variation = 0.0;
+    std::uint32_t range = 1;
+    std::string plan, out, database;
 };
 
 void OpenPlanNamed(const std::string& name) {
@@ -37,13 +43,36 @@ void OpenPlanNamed(const std::string& name) {
     AfterPlanOpened();
 }
 
-void RenderMap(ToolContext& ctx, const MapArgs& a) {
+// The platform, the default data and the plan, as the window has them.
+void SetUp(ToolContext& ctx) {
     ctx.OpenPlatform();
     CreateDefaultSettings();
     LoadSettings();
     CreateDefaultData();
     InstallPlanningHooks();
     RefreshPlanSectorCount();
+}
+
+void PublishFix(const MapArgs& a) {
+    GpsFix fix;
+    fix.latitude = a.latitude * kCentiMinutesPerDegree;
+    fix.longitude = a.longitude * kCentiMinutesPerDegree;
+    fix.trueTrack = std::fmod(a.track, 360.0);
+    fix.magneticVariation = a.variation;
+    fix.magneticTrack = std::fmod(fix.trueTrack + a.variation + 360.0, 360.0);
+    fix.groundSpeed = a.speed;
+    g_app.PublishedFix.Publish(fix);
+    TakeFixSnapshot();
+    FormatPosition();
+}
+
+void Save(qt::HeadlessGraphics& headless, const platform::Bitmap& frame, const std::string& out) {
+    if (!headless.Graphics().SaveImage(out, frame))
+        throw ToolFailure("could not write " + out);
+}
+
+void RenderMap(ToolContext& ctx, const MapArgs& a) {
+    SetUp(ctx);
     // After the platform: it installs a fresh set of services.
     qt::HeadlessGraphics headless;
     GenerateMissingCharts(DefaultMaps());
@@ -52,27 +81,69 @@ void RenderMap(ToolContext& ctx, const MapArgs& a) {
 
     g_app.ViewMode = kViewMap;
     g_app.MapZoom = a.zoom;
-    GpsFix fix;
-    fix.latitude = a.latitude * kCentiMinutesPerDegree;
-    fix.longitude = a.longitude * kCentiMinutesPerDegree;
-    fix.trueTrack = fix.magneticTrack = std::fmod(a.track, 360.0);
-    fix.groundSpeed = a.speed;
-    g_app.PublishedFix.Publish(fix);
-    TakeFixSnapshot();
-    FormatPosition();
+    PublishFix(a);
 
     platform::Bitmap frame(240, 320);
     {
         auto canvas = headless.Graphics().CanvasOn(frame);
         PaintMapFrame(*canvas);
     }
-    if (!headless.Graphics().SaveImage(a.out, frame))
-        throw ToolFailure("could not write " + a.out);
+    Save(headless, frame, a.out);
     ctx.Out().Emit({{"out", a.out},
                     {"width", frame.Width()},
                     {"height", frame.Height()},
                     {"map", g_app.MapLoaded ? g_app.CurrentMapPath.utf8() : std::string()},
                     {"position", g_app.Fix.positionText.utf8()}});
+}
+
+void RenderInstruments(ToolContext& ctx, const MapArgs& a, bool aerix) {
+    SetUp(ctx);
+    qt::HeadlessGraphics headless;
+    if (!a.plan.empty())
+        OpenPlanNamed(a.plan);
+    // The arrays, as the loading dialog fills them (no airspace file: no airspace).
+    if (std::filesystem::exists(platform::Sys().root->Resolve(kAirspaceFile)))
+        LoadAirspace();
+    if (!a.database.empty())
+        g_app.NavDatabaseName.assign(Utf8ToUtf16(a.database));
+    if (!g_app.NavDatabaseName.empty())
+        LoadNavDatabase();
+    g_app.ArraysPending = 0;
+
+    g_app.ViewMode = kViewInstruments;
+    g_app.InstrumentAerix = aerix ? 1 : 0;
+    g_app.InstrumentCentreX = aerix ? 215 : 120;
+    g_app.InstrumentCentreY = aerix ? 193 : 135;
+    g_app.InstrumentRangeStep = a.range;
+    PublishFix(a);
+
+    InstrumentFrameInput in = PrepareInstrumentFrame();
+    platform::Graphics& graphics = headless.Graphics();
+    platform::Bitmap picture = RenderInstrumentFrame(
+        in, [&graphics](platform::Bitmap& b) { return graphics.CanvasOn(b); });
+    // Placed in the view area as the window shows it.
+    platform::Bitmap frame(240, 320);
+    {
+        auto canvas = graphics.CanvasOn(frame);
+        const platform::Rect area{0, 0, kInstrumentViewWidth, kInstrumentViewHeight};
+        canvas->StretchBlt(area, picture, area);
+    }
+    Save(headless, frame, a.out);
+    Json result{{"out", a.out},
+                {"width", frame.Width()},
+                {"height", frame.Height()},
+                {"view", aerix ? "aerix" : "hsi"},
+                {"range_nm", kRangePerStepNm * a.range},
+                {"waypoints_loaded", g_app.NavEntryCount},
+                {"airspace_loaded", g_app.AirspaceEntryCount},
+                {"position", g_app.Fix.positionText.utf8()}};
+    if (in.leg.valid) {
+        result["active_waypoint"] = Utf16ToUtf8(in.leg.bar.name);
+        result["active_sector"] = g_app.ActiveSectorIndex;
+        result["bearing"] = in.leg.bar.bearing;
+        result["distance_nm"] = in.leg.bar.distance;
+    }
+    ctx.Out().Emit(result);
 }
 
 }  // namespace
@@ -95,6 +166,33 @@ void AddRenderCommands(CLI::App& app, ToolContext& ctx) {
     map->add_option("--plan", a->plan, "The plan whose route is drawn (default: the active one)");
     map->add_option("--out", a->out, "The PNG file to write")->required();
     map->callback([&ctx, a] { RenderMap(ctx, *a); });
+
+    for (bool aerix : {false, true}) {
+        auto b = std::make_shared<MapArgs>();
+        auto* view = render->add_subcommand(
+            aerix ? "aerix" : "hsi", aerix ? "The AERIX view at a position as a 240 x 320 PNG"
+                                           : "The HSI view at a position as a 240 x 320 PNG");
+        view->add_option("--lat", b->latitude, "Latitude in degrees, north positive")
+            ->required()
+            ->check(CLI::Range(-90.0, 90.0));
+        view->add_option("--lon", b->longitude, "Longitude in degrees, east positive")
+            ->required()
+            ->check(CLI::Range(-180.0, 180.0));
+        view->add_option("--track", b->track, "True track in degrees")
+            ->check(CLI::Range(0.0, 360.0));
+        view->add_option("--speed", b->speed, "Ground speed in knots")
+            ->check(CLI::Range(0.0, 2000.0));
+        view->add_option("--variation", b->variation,
+                         "Magnetic variation in degrees, west positive")
+            ->check(CLI::Range(-180.0, 180.0));
+        view->add_option("--range", b->range, "Range step: 1, 2, 4, 8 or 16 (5 nm each)")
+            ->check(CLI::IsMember({1, 2, 4, 8, 16}));
+        view->add_option("--plan", b->plan, "The plan flown (default: the active one)");
+        view->add_option("--db", b->database,
+                         "Navigation database whose waypoints are drawn (default: the chosen one)");
+        view->add_option("--out", b->out, "The PNG file to write")->required();
+        view->callback([&ctx, b, aerix] { RenderInstruments(ctx, *b, aerix); });
+    }
 }
 
 }  // namespace aerix::tools

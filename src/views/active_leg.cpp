@@ -1,5 +1,7 @@
-// Waypoint sequencing in the MAP view: the active sector moves on once its end point falls
-// behind, and the data bar shows the waypoint being flown.
+// Waypoint sequencing: the active sector moves on once its end point falls behind, and the data
+// bar shows the waypoint being flown.
+#include "views/active_leg.hpp"
+
 #include <cmath>
 
 #include "app/state/app_state.hpp"
@@ -32,13 +34,10 @@ double AngleOff(double a, double b, bool* ahead) {
     return negative ? -d : d;
 }
 
-void UpdateActiveLeg(platform::Canvas& view) {
-    const double lat = g_app.Fix.latitude;
-    const double lon = g_app.Fix.longitude;
-    std::vector<SectorRecord> sectors = ReadPlanSectors();
+ActiveLeg SequenceActiveLeg(const std::vector<SectorRecord>& sectors, double lat, double lon) {
     const auto count = static_cast<std::uint32_t>(sectors.size());
-    DataBarInfo& bar = g_app.DataBar;
-    bar = DataBarInfo();
+    ActiveLeg leg;
+    DataBarInfo& bar = leg.bar;
     const SectorRecord* active = nullptr;
     // Before the first fix the position is no position at all (0, 0 until a feed publishes): a
     // paint then must not skip the legs the aircraft has not flown yet.
@@ -61,6 +60,14 @@ void UpdateActiveLeg(platform::Canvas& view) {
                angle, ahead};
         active = &s;
     }
+    if (active != nullptr) {
+        leg.valid = true;
+        leg.startLatitude = active->StartLatitude;
+        leg.startLongitude = active->StartLongitude;
+        leg.endLatitude = active->EndLatitude;
+        leg.endLongitude = active->EndLongitude;
+        leg.course = active->TrueCourse;
+    }
     // A direct-to leg flies to the active waypoint from where it was chosen.
     if (g_app.DirectToStartLatitude.load() != 0 && active != nullptr) {
         double course = 0.0;
@@ -76,8 +83,18 @@ void UpdateActiveLeg(platform::Canvas& view) {
                distance,
                angle,
                ahead};
+        leg.startLatitude = g_app.DirectToStartLatitude.load();
+        leg.startLongitude = g_app.DirectToStartLongitude.load();
+        leg.course = double(g_app.DirectToCourse.load());
     }
-    DrawDataBar(view, bar, kMapDataBar);
+    g_app.DataBar = bar;
+    return leg;
+}
+
+void UpdateActiveLeg(platform::Canvas& view) {
+    std::vector<SectorRecord> sectors = ReadPlanSectors();
+    SequenceActiveLeg(sectors, g_app.Fix.latitude, g_app.Fix.longitude);
+    DrawDataBar(view, g_app.DataBar, kMapDataBar);
 }
 
 }  // namespace aerix

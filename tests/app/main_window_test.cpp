@@ -2,12 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <condition_variable>
 #include <deque>
 #include <filesystem>
 #include <map>
+#include <mutex>
 
 #include "app/command_ids.hpp"
 #include "app/default_data.hpp"
+#include "app/loading_dialog.hpp"
 #include "app/state/app_state.hpp"
 #include "app/state/settings.hpp"
 #include "platform/recording_canvas.hpp"
@@ -371,6 +374,121 @@ TEST_F(MainWindowTest, OpeningAPlanStopsTheFeed) {
     EXPECT_EQ(g_app.GpsSource, static_cast<std::uint32_t>(kSourceNone));
     EXPECT_EQ(g_app.ArraysPending, 1);
     EXPECT_TRUE(main_->Menu().Enabled(cmd::kStartSimulation));
+}
+
+}  // namespace
+}  // namespace aerix
+
+namespace aerix {
+namespace {
+
+// Draws nothing until released or stopped; counts its drawings.
+class HeldRenderer {
+  public:
+    platform::Bitmap operator()(const InstrumentFrameInput& in) {
+        std::unique_lock lock(mutex_);
+        ++started_;
+        changed_.notify_all();
+        std::stop_token stop = in.stop;
+        changed_.wait(lock, stop, [&] { return released_ > 0; });
+        if (released_ > 0)
+            --released_;
+        return platform::Bitmap(240, 268);
+    }
+    void Release() {
+        std::lock_guard lock(mutex_);
+        ++released_;
+        changed_.notify_all();
+    }
+    void WaitStarted(int n) {
+        std::unique_lock lock(mutex_);
+        changed_.wait(lock, [&] { return started_ >= n; });
+    }
+    int Started() {
+        std::lock_guard lock(mutex_);
+        return started_;
+    }
+
+  private:
+    std::mutex mutex_;
+    std::condition_variable_any changed_;
+    int released_ = 0;
+    int started_ = 0;
+};
+
+TEST_F(MainWindowTest, InstrumentViewDrawsOnItsOwnThreadOnlyWhenSomethingChanged) {
+    ASSERT_TRUE(Start());
+    HeldRenderer held;
+    main_->Instruments().SetRenderer([&](const InstrumentFrameInput& in) { return held(in); });
+    main_->OnCommand(kShowHsi);
+    platform::RecordingCanvas view;
+    main_->OnPaint(view);
+    held.WaitStarted(1);
+    EXPECT_TRUE(g_app.InstrumentDrawingRunning.load());
+    // Paints while it draws start nothing more.
+    main_->OnPaint(view);
+    main_->OnCommand(kButtonUp);
+    main_->OnPaint(view);
+    EXPECT_EQ(held.Started(), 1);
+    held.Release();
+    main_->Instruments().Wait();
+    EXPECT_FALSE(g_app.InstrumentDrawingRunning.load());
+
+    // The frame is shown; the range changed meanwhile, so the next drawing starts.
+    view.Clear();
+    main_->OnPaint(view);
+    EXPECT_EQ(view.CallsOf(platform::CanvasCall::Blit).size(), 1u);
+    held.WaitStarted(2);
+    held.Release();
+    main_->Instruments().Wait();
+    // Nothing new: the frame is shown again and no drawing starts.
+    main_->OnPaint(view);
+    main_->OnPaint(view);
+    EXPECT_EQ(held.Started(), 2);
+    // A new fix asks for a frame.
+    g_app.PublishedFix.Publish(GpsFix{});
+    main_->OnPaint(view);
+    held.WaitStarted(3);
+
+    // Leaving the view ends the drawing at once and forgets its frames.
+    main_->OnCommand(kShowMap);
+    EXPECT_FALSE(main_->Instruments().Running());
+    EXPECT_FALSE(g_app.InstrumentDrawingRunning.load());
+    EXPECT_TRUE(main_->Instruments().Shown().Empty());
+
+    // So does the exit.
+    main_->OnCommand(kShowAerix);
+    main_->OnPaint(view);
+    held.WaitStarted(4);
+    main_->OnCommand(kExit);
+    EXPECT_FALSE(main_->Instruments().Running());
+    EXPECT_FALSE(g_app.InstrumentDrawingRunning.load());
+}
+
+}  // namespace
+}  // namespace aerix
+
+namespace aerix {
+namespace {
+
+TEST(LoadingDialogTest, LoadsTheWaypointsAndTheAirspace) {
+    testing::TestPlatform platform;
+    CreateDefaultData();
+    g_app.NavDatabaseName.assign(u"World");
+    testing::WriteFile(platform.Data().ResolveForWrite("\\My Documents\\Aerix\\EuroAip.txt"),
+                       "CTR\xB8"
+                       "300000\xB8"
+                       "6000\xB8"
+                       "0\xB8"
+                       "0\xB8"
+                       "0\xB8"
+                       "0\xB8\r\n");
+    g_app.ArraysPending = 1;
+    EXPECT_EQ(LoadingDialogModel().OnTimer(), 1);
+    EXPECT_GT(g_app.NavEntryCount, 1000u);
+    EXPECT_EQ(g_app.AirspaceEntryCount, 1u);
+    EXPECT_EQ(g_app.ArraysPending, 0);
+    EXPECT_TRUE(platform.Ui().BoxTexts().empty());
 }
 
 }  // namespace

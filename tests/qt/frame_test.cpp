@@ -89,6 +89,41 @@ TEST_F(FrameTest, ChildWindowsSitAtTheirPlaces) {
     EXPECT_EQ(frame_.size(), QSize(240, 320));
 }
 
+TEST_F(FrameTest, InstrumentViewsShowTheirDrawnFrame) {
+    QtGraphics graphics;
+    platform::Sys().graphics = &graphics;
+    g_app.ArraysPending = 0;
+    GpsFix fix;
+    fix.latitude = 51 * 6000.0;
+    fix.groundSpeed = 90;
+    fix.trueTrack = fix.magneticTrack = 45;
+    g_app.PublishedFix.Publish(fix);
+    const struct {
+        unsigned command;
+        QPoint aircraft;  // the symbol's body at the drawing centre
+        QPoint background;
+        QColor backgroundColour;
+    } views[] = {
+        {cmd::kShowHsi, {120, 133}, {2, 120}, QColor(52, 54, 58)},
+        {cmd::kShowAerix, {120, 107}, {2, 120}, QColor(8, 10, 16)},
+    };
+    for (const auto& v : views) {
+        SCOPED_TRACE(v.command);
+        frame_.Logic().OnCommand(v.command);
+        // The first paint starts the drawing; once it is done the next paint shows it.
+        frame_.View()->grab();
+        frame_.Logic().Instruments().Wait();
+        QImage shown = frame_.View()->grab().toImage();
+        EXPECT_EQ(shown.pixelColor(v.background), v.backgroundColour);
+        QColor body = shown.pixelColor(v.aircraft);
+        EXPECT_GT(body.red(), 200);
+        EXPECT_GT(body.green(), 120);
+        EXPECT_LT(body.blue(), 80);
+    }
+    frame_.Logic().OnCommand(cmd::kShowPlan);
+    platform::Sys().graphics = nullptr;
+}
+
 TEST(QtGraphicsTest, DrawsIntoBitmapsAndRefusesHugeImages) {
     QtGraphics graphics;
     platform::Bitmap bitmap(20, 10);

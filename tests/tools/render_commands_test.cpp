@@ -98,3 +98,61 @@ TEST(RenderMap, RefusesBadArguments) {
 }
 
 }  // namespace
+
+namespace {
+
+bool Near(platform::Color c, platform::Color want, int tolerance) {
+    return std::abs(c.r - want.r) <= tolerance && std::abs(c.g - want.g) <= tolerance &&
+           std::abs(c.b - want.b) <= tolerance;
+}
+
+TEST(RenderInstruments, DrawTheCardTheAircraftAndTheLegFlown) {
+    TempDir home;
+    // A plan east along 50 N; the aircraft half way along the first leg, a mile north of it.
+    for (const std::string& step :
+         {std::string("plan new Trip"),
+          std::string("plan add-sector 50.0,-1.0 50.0,0.0 --alt 2000 --phase cruise --still-air"),
+          std::string("plan add-sector 50.0,0.0 50.5,0.5 --alt 2000 --phase cruise --still-air")}) {
+        ToolRun run = Tool(home.Path(), step);
+        ASSERT_EQ(run.status, 0) << step << "\n" << run.err;
+    }
+    struct Case {
+        const char* view;
+        platform::Point aircraft;  // where the symbol's body is
+        platform::Color colour;
+        int tolerance;
+    } cases[] = {
+        {"hsi", {120, 133}, platform::Rgb(255, 140, 0), 0},
+        // Shrunk with the picture: a blend near the symbol's yellow.
+        {"aerix", {120, 107}, platform::Rgb(255, 230, 0), 60},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.view);
+        auto png = home.Path() / (std::string(c.view) + ".png");
+        ToolRun run = Tool(home.Path(), std::string("--json render ") + c.view +
+                                            " --lat 50.0167 --lon -0.5 --track 90 --speed 100"
+                                            " --range 2 --out '" +
+                                            png.string() + "'");
+        ASSERT_EQ(run.status, 0) << run.err;
+        EXPECT_NE(run.out.find("\"range_nm\": 10"), std::string::npos) << run.out;
+        EXPECT_NE(run.out.find("\"active_sector\": 0"), std::string::npos) << run.out;
+        platform::Bitmap frame;
+        std::string error;
+        ASSERT_TRUE(aerix::qt::QtGraphics().LoadImage(png.string(), &frame, &error)) << error;
+        ASSERT_EQ(frame.Width(), 240);
+        ASSERT_EQ(frame.Height(), 320);
+        EXPECT_TRUE(Near(frame.Pixel(c.aircraft.x, c.aircraft.y), c.colour, c.tolerance));
+        // The leg flown lies to the right of the aircraft: magenta there, none to the left.
+        auto magenta = [](platform::Color p) { return p.r > 180 && p.g < 120 && p.b > 180; };
+        EXPECT_GT(CountIn(frame, {122, 60, 200, 100}, magenta), 0);
+        // The data bar names the waypoint ahead.
+        EXPECT_GT(CountIn(frame, {0, 254, 240, 268},
+                          [](platform::Color p) { return p == platform::kWhite; }),
+                  30);
+    }
+    ToolRun bad = Tool(home.Path(), "render hsi --lat 0 --lon 0 --range 3 --out x.png");
+    EXPECT_EQ(bad.status, 2);
+    EXPECT_NE(bad.err.find("--range"), std::string::npos) << bad.err;
+}
+
+}  // namespace
