@@ -46,6 +46,8 @@ class LoadingWidget : public DialogFrame {
             auto* entry = AddEntry(form, ToQString(model_.Label(i)), qPrintable(name),
                                    ToQString(rows[i].Text));
             entry->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
+            // Narrow enough that label and field share the screen beside the scroll bar.
+            entry->setMaximumWidth(100);
             if (rows[i].Fixed) {
                 entry->setReadOnly(true);
                 entry->setToolTip(QStringLiteral("The aircraft's empty weight (Setup A/c)"));
