@@ -304,16 +304,7 @@ class AircraftSetupWidget : public DialogFrame {
         Fill();
     }
 
-    void Fill() {
-        int selected = model_.Selected();
-        list_->blockSignals(true);
-        list_->clear();
-        for (const auto& line : model_.Lines())
-            list_->addItem(ToQString(line));
-        list_->setCurrentRow(selected < list_->count() ? selected : -1);
-        list_->blockSignals(false);
-        model_.Select(list_->currentRow());
-    }
+    void Fill() { model_.Select(RefillList(list_, model_.Lines(), model_.Selected())); }
 
     AircraftSetupDialog model_;
     QListWidget* list_;

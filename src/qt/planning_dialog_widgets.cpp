@@ -299,18 +299,7 @@ class WindTableWidget : public DialogFrame {
         Fill();
     }
 
-    void Fill() {
-        int selected = model_.Selected();
-        list_->blockSignals(true);
-        list_->clear();
-        for (const auto& line : model_.Lines())
-            list_->addItem(ToQString(line));
-        if (selected >= list_->count())
-            selected = -1;
-        list_->setCurrentRow(selected);
-        list_->blockSignals(false);
-        model_.Select(selected);
-    }
+    void Fill() { model_.Select(RefillList(list_, model_.Lines(), model_.Selected())); }
 
     WindTableDialog model_;
     QListWidget* list_;

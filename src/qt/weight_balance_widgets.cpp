@@ -116,10 +116,10 @@ class EnvelopeGraphWidget : public QWidget {
     const WeightBalanceResultDialog& model_;
 };
 
-class ResultWidget : public DialogFrame {
+class ResultWidget : public ClosingModelFrame<WeightBalanceResultDialog> {
   public:
     explicit ResultWidget(QWidget* parent)
-        : DialogFrame(parent, ToQString(WeightBalanceResultDialog::kTitle)) {
+        : ClosingModelFrame(parent, ToQString(WeightBalanceResultDialog::kTitle)) {
         opened_ = model_.Open();
         Body()->setSpacing(2);
         auto lines = model_.VerdictLines();
@@ -166,29 +166,15 @@ class ResultWidget : public DialogFrame {
         return DialogFrame::Run();
     }
 
-  protected:
-    bool OnOk() override {
-        model_.Close();
-        return true;
-    }
-    void OnClose() override { model_.Close(); }
-
   private:
-    WeightBalanceResultDialog model_;
     bool opened_ = false;
 };
-
-template <typename Widget>
-int RunIfOpened(QWidget* parent) {
-    Widget dialog(parent);
-    return dialog.Run();
-}
 
 }  // namespace
 
 void RegisterWeightBalanceDialogs(QtDialogHost& host) {
-    host.Register(Dialog::WeightBalanceLoading, RunIfOpened<LoadingWidget>);
-    host.Register(Dialog::WeightBalanceResult, RunIfOpened<ResultWidget>);
+    host.Register(Dialog::WeightBalanceLoading, RunWidget<LoadingWidget>);
+    host.Register(Dialog::WeightBalanceResult, RunWidget<ResultWidget>);
 }
 
 }  // namespace aerix::qt

@@ -5,6 +5,7 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <string>
 #include <string_view>
 
@@ -37,6 +38,19 @@ inline QLabel* AddFigure(QFormLayout* form, const QString& label, const char* na
     figure->setObjectName(name);
     form->addRow(label, figure);
     return figure;
+}
+
+// Refills a list with a model's lines, keeping the selected row when it still exists; returns the
+// row now selected (-1 for none) for the model to follow.
+template <typename Lines>
+int RefillList(QListWidget* list, const Lines& lines, int selected) {
+    list->blockSignals(true);
+    list->clear();
+    for (const auto& line : lines)
+        list->addItem(ToQString(line));
+    list->setCurrentRow(selected < list->count() ? selected : -1);
+    list->blockSignals(false);
+    return list->currentRow();
 }
 
 // Builds the widget over the main window, runs it and returns how it ended.
