@@ -4,6 +4,7 @@
 #include <thread>
 
 #include "app/state/app_state.hpp"
+#include "gps/fix_publication.hpp"
 #include "gps/gps_port.hpp"
 #include "gps/playback.hpp"
 #include "gps/simulator.hpp"
@@ -103,6 +104,7 @@ bool ConnectGps() {
         std::lock_guard lock(FeedMutex());
         SetSource(kSourceRealtime);
         g_app.ActiveSectorIndex = 0;
+        MarkFeedStart();
     }
     return OpenGpsPort() == 0;
 }
@@ -117,6 +119,7 @@ bool StartSimulation() {
         return false;
     g_app.SimulatorStepCount.store(0);
     g_app.ActiveSectorIndex = 0;
+    MarkFeedStart();
     g_app.GpsThread = std::jthread([](std::stop_token stop) { SimulatorThread(stop); });
     SetSource(kSourceSimulated);
     g_app.SimulatorScreenX = 120;
@@ -142,6 +145,7 @@ bool StartPlayback(bool fast) {
     std::lock_guard lock(FeedMutex());
     SetSource(kSourceRecorded);
     g_app.ActiveSectorIndex = 0;
+    MarkFeedStart();
     g_app.PlaybackThread = std::jthread(PlaybackThread);
     return true;
 }

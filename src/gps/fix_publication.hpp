@@ -8,6 +8,12 @@ namespace aerix {
 // g_app.Fix = the fix last published.
 void TakeFixSnapshot();
 
+// A feed starts flying the plan from its first sector: the fix left by the feed before must not
+// move the active waypoint on before the new feed's first fix.
+void MarkFeedStart();
+// Whether a fix has been published since the present feed started (or at all, before any).
+bool FixSinceFeedStart();
+
 // The instrument view has shown its "INVALID GPS SIGNAL" banner: clears FixVoid in both copies,
 // so the banner shows once per void sentence or time-out.
 void AcknowledgeVoidFix();

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "app/state/app_state.hpp"
+#include "gps/fix_publication.hpp"
 #include "gps/nav_math.hpp"
 #include "views/data_bar.hpp"
 #include "views/map_view.hpp"
@@ -39,9 +40,10 @@ ActiveLeg SequenceActiveLeg(const std::vector<SectorRecord>& sectors, double lat
     ActiveLeg leg;
     DataBarInfo& bar = leg.bar;
     const SectorRecord* active = nullptr;
-    // Before the first fix the position is no position at all (0, 0 until a feed publishes): a
-    // paint then must not skip the legs the aircraft has not flown yet.
-    const bool haveFix = g_app.PublishedFix.Sequence() != 0;
+    // Before the first fix the position is no position at all (0, 0 until a feed publishes), and
+    // a feed started again still shows the last fix of the one before: a paint then must not skip
+    // the legs the aircraft has not flown yet.
+    const bool haveFix = FixSinceFeedStart();
     for (std::uint32_t i = 0; i < count; ++i) {
         const SectorRecord& s = sectors[i];
         double course = 0.0;

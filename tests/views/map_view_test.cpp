@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "app/state/app_state.hpp"
+#include "gps/fix_publication.hpp"
 #include "platform/recording_canvas.hpp"
 #include "store/record_store.hpp"
 #include "support/test_platform.hpp"
@@ -290,13 +291,15 @@ TEST_F(MapViewTest, SequencesOnlyOnAFixThatHasLeftTheWaypointBehind) {
     struct Case {
         const char* name;
         bool published;
-        double latitude;  // along 1 E
+        double latitude;     // along 1 E
+        bool feedRestarted;  // a feed started after the fix was published
         std::uint32_t active;
     } cases[] = {
         // From 0, 0 the first waypoint bears north, behind a southbound leg.
-        {"no fix yet: the position is 0, 0", false, 0.0, 0},
-        {"short of the waypoint", true, 50.5, 0},
-        {"past the waypoint", true, 49.9, 1},
+        {"no fix yet: the position is 0, 0", false, 0.0, false, 0},
+        {"short of the waypoint", true, 50.5, false, 0},
+        {"past the waypoint", true, 49.9, false, 1},
+        {"past it, but left by the feed before", true, 49.9, true, 0},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -308,6 +311,8 @@ TEST_F(MapViewTest, SequencesOnlyOnAFixThatHasLeftTheWaypointBehind) {
         fix.longitude = c.published ? 1 * 6000 : 0;
         if (c.published)
             g_app.PublishedFix.Publish(fix);
+        if (c.feedRestarted)
+            MarkFeedStart();
         g_app.Fix = fix;
         RecordingCanvas view;
         UpdateActiveLeg(view);

@@ -180,6 +180,8 @@ struct AppState {
     std::shared_ptr<platform::ByteSource> GpsPort;
     // Index of the sector being flown (0 = first); the feeds reset it, the views advance it.
     std::uint32_t ActiveSectorIndex = 0;
+    // PublishedFix's sequence when the present feed started: only later fixes sequence the plan.
+    std::uint64_t FeedStartSequence = 0;
     // Playback waits 100 ms between lines instead of 1000.
     std::atomic<std::uint8_t> PlaybackFast{0};
     // Set by the views and the waypoint dialog to end the leg being flown; cleared by the
