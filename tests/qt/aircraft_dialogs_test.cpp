@@ -16,6 +16,7 @@
 #include "aircraft/aircraft.hpp"
 #include "app/default_data.hpp"
 #include "app/state/app_state.hpp"
+#include "dialog_driver.hpp"
 #include "planning/sector_computation.hpp"
 #include "qt/qt_dialog_host.hpp"
 #include "qt/subsystem_dialogs.hpp"
@@ -24,42 +25,6 @@
 
 namespace aerix::qt {
 namespace {
-
-using User = std::function<void(QWidget*)>;
-
-void WhenShown(User user) {
-    QTimer::singleShot(0, [user] {
-        QWidget* shown = QApplication::activeModalWidget();
-        ASSERT_NE(shown, nullptr);
-        user(shown);
-    });
-}
-
-template <typename W>
-W* Find(QWidget* dialog, const char* name) {
-    auto* widget = dialog->findChild<W*>(name);
-    EXPECT_NE(widget, nullptr) << name;
-    return widget;
-}
-
-void Click(QWidget* dialog, const char* name) {
-    if (auto* button = Find<QAbstractButton>(dialog, name))
-        button->click();
-}
-
-void Type(QWidget* dialog, const char* name, const QString& text) {
-    auto* entry = Find<QLineEdit>(dialog, name);
-    if (!entry)
-        return;
-    entry->selectAll();
-    QTest::keyClick(entry, Qt::Key_Delete);
-    QTest::keyClicks(entry, text);
-}
-
-QString Text(QWidget* dialog, const char* name) {
-    auto* label = Find<QLabel>(dialog, name);
-    return label ? label->text() : QString();
-}
 
 class AircraftDialogsTest : public ::testing::Test {
   protected:

@@ -16,6 +16,7 @@
 
 #include "app/default_data.hpp"
 #include "app/state/app_state.hpp"
+#include "dialog_driver.hpp"
 #include "gps/gps_port.hpp"
 #include "planning/sector_computation.hpp"
 #include "qt/qt_dialog_host.hpp"
@@ -28,55 +29,6 @@
 
 namespace aerix::qt {
 namespace {
-
-using User = std::function<void(QWidget*)>;
-
-// Acts on the next modal dialog once it is up (a dialog opened from a dialog included).
-void WhenShown(User user) {
-    QTimer::singleShot(0, [user] {
-        QWidget* shown = QApplication::activeModalWidget();
-        ASSERT_NE(shown, nullptr);
-        user(shown);
-    });
-}
-
-template <typename W>
-W* Find(QWidget* dialog, const char* name) {
-    auto* widget = dialog->findChild<W*>(name);
-    EXPECT_NE(widget, nullptr) << name;
-    return widget;
-}
-
-void Click(QWidget* dialog, const char* name) {
-    if (auto* button = Find<QAbstractButton>(dialog, name))
-        button->click();
-}
-
-// Types over a field's text key by key, as the pilot would.
-void Type(QWidget* dialog, const char* name, const QString& text) {
-    auto* entry = Find<QLineEdit>(dialog, name);
-    if (!entry)
-        return;
-    entry->selectAll();
-    if (text.isEmpty())
-        QTest::keyClick(entry, Qt::Key_Delete);
-    QTest::keyClicks(entry, text);
-}
-
-QString Text(QWidget* dialog, const char* name) {
-    if (auto* label = dialog->findChild<QLabel*>(name))
-        return label->text();
-    if (auto* entry = dialog->findChild<QLineEdit*>(name))
-        return entry->text();
-    ADD_FAILURE() << name;
-    return {};
-}
-
-void Tap(QListWidget* list, int row) {
-    ASSERT_LT(row, list->count());
-    list->setCurrentRow(row);
-    emit list->itemClicked(list->item(row));
-}
 
 class SubsystemDialogsTest : public ::testing::Test {
   protected:
