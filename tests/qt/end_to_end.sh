@@ -23,12 +23,15 @@ wait 4
 # AERIX (the loading dialog runs), HSI, back to PLAN.
 command 40053
 command 40041
+# The HSI's drawing thread has had time to hand over a frame or two.
+wait 1.5
+screenshot HSI
 command 40039
 wait 0.3
 screenshot SHOT
 exit
 SCRIPT
-sed -i "s|SHOT|$work/plan.png|" "$work/script"
+sed -i "s|SHOT|$work/plan.png|; s|HSI$|$work/hsi.png|" "$work/script"
 
 cat >"$work/session" <<SESSION
 "$aerix" --home "$root" --accept-disclaimer --database World --view plan 2>"$work/stderr" &
@@ -56,7 +59,9 @@ grep -qF "box: [Warning] Select Map, HSI or AERIX view before starting simulatio
     fail "no warning for the simulator in the PLAN view"
 [ "$(grep -c 'Select Map, HSI or AERIX view' "$work/stderr")" -eq 1 ] ||
     fail "the simulator was refused in the MAP view too"
-head -c 8 "$work/plan.png" | od -An -c | grep -q 'P   N   G' || fail "no PNG screenshot"
+for shot in plan hsi; do
+    head -c 8 "$work/$shot.png" | od -An -c | grep -q 'P   N   G' || fail "no PNG screenshot of $shot"
+done
 reg="$root/registry.reg"
 grep -qF '"CuDbase"="World"' "$reg" || fail "database name not saved"
 grep -qF '"CuPlanName"="Plan1"' "$reg" || fail "plan name not saved"
