@@ -19,8 +19,6 @@ constexpr platform::Color kScreen = Rgb(8, 10, 16);
 constexpr platform::Color kLabel = Rgb(90, 220, 90);
 constexpr platform::Color kMagenta = Rgb(255, 60, 255);
 constexpr platform::Color kBoxEdge = Rgb(70, 74, 84);
-constexpr platform::Color kReadoutText = Rgb(0, 0, 255);
-constexpr platform::Color kReadoutBack = Rgb(255, 255, 0);
 constexpr double kPictureScale = 430.0 / 240.0;
 constexpr double kRoseRadius = 146.0;
 

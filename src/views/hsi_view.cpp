@@ -16,8 +16,6 @@ namespace {
 constexpr platform::Color kBezel = Rgb(52, 54, 58);
 constexpr platform::Color kLabel = Rgb(150, 200, 150);
 constexpr platform::Color kValue = platform::kWhite;
-constexpr platform::Color kReadoutText = Rgb(0, 0, 255);
-constexpr platform::Color kReadoutBack = Rgb(255, 255, 0);
 constexpr double kCardRadius = 100.0;
 
 CardStyle HsiStyle() {

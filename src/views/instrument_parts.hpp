@@ -5,6 +5,7 @@
 #include "platform/canvas.hpp"
 #include "views/instrument_frame.hpp"
 #include "views/instrument_geometry.hpp"
+#include "views/map_readouts.hpp"
 
 namespace aerix {
 

@@ -12,8 +12,6 @@ using platform::Rect;
 
 namespace {
 
-constexpr platform::Color kReadoutText = platform::Rgb(0, 0, 255);
-constexpr platform::Color kReadoutBack = platform::Rgb(255, 255, 0);
 constexpr int kChartBottom = kChartTop + kChartSize;
 
 // One axis of the centring: the chart pixel drawn at the anchor and where the aircraft goes. At

@@ -7,6 +7,10 @@
 
 namespace aerix {
 
+// The readouts of every view: blue text on yellow.
+inline constexpr platform::Color kReadoutText = platform::Rgb(0, 0, 255);
+inline constexpr platform::Color kReadoutBack = platform::Rgb(255, 255, 0);
+
 class MapReadouts {
   public:
     virtual ~MapReadouts() = default;

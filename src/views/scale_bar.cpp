@@ -46,13 +46,11 @@ void DrawScaleBar(MapReadouts& readouts) {
         return;
     const platform::Rect area{0, -2, width, 12};
     const unsigned format = platform::kTextCenter | platform::kTextSingleLine;
-    const platform::Color blue = platform::Rgb(0, 0, 255);
-    const platform::Color yellow = platform::Rgb(255, 255, 0);
     dc->SetFont({12, false});
-    dc->DrawText(std::string(65, ' '), area, format, blue, yellow, false);
+    dc->DrawText(std::string(65, ' '), area, format, kReadoutText, kReadoutBack, false);
     char label[32];
     std::snprintf(label, sizeof label, "  %d nm  ", n);
-    dc->DrawText(label, area, format, blue, yellow, false);
+    dc->DrawText(label, area, format, kReadoutText, kReadoutBack, false);
     if (!readouts.EndScale())
         platform::ShowError(kReleaseInfoDcText);
 }

@@ -26,19 +26,10 @@
 namespace aerix::qt {
 namespace {
 
-class AircraftDialogsTest : public ::testing::Test {
+class AircraftDialogsTest : public DialogTest {
   protected:
-    testing::TestPlatform platform_;
-    QWidget parent_;
-    QtDialogHost host_{&parent_};
-
     void SetUp() override {
-        QTimer::singleShot(0, [] { QCoreApplication::exit(0); });
-        QCoreApplication::exec();
-        parent_.resize(240, 320);
-        RegisterSubsystemDialogs(host_);
-        g_app.AircraftReg.assign(u"G-CESS");
-        CreateDefaultData();
+        DialogTest::SetUp();
         LoadCurrentAircraft();
         InstallPlanningHooks();
     }

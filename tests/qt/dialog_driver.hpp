@@ -13,6 +13,12 @@
 #include <QTimer>
 #include <functional>
 
+#include "app/default_data.hpp"
+#include "app/state/app_state.hpp"
+#include "qt/qt_dialog_host.hpp"
+#include "qt/subsystem_dialogs.hpp"
+#include "test_platform.hpp"
+
 namespace aerix::qt {
 
 using User = std::function<void(QWidget*)>;
@@ -58,6 +64,26 @@ inline QString Text(QWidget* dialog, const char* name) {
     ADD_FAILURE() << name;
     return {};
 }
+
+// Every subsystem's dialogs over a 240 x 320 parent, on a fresh data root with the default data
+// and G-CESS as the aircraft.
+class DialogTest : public ::testing::Test {
+  protected:
+    testing::TestPlatform platform_;
+    QWidget parent_;
+    QtDialogHost host_{&parent_};
+
+    void SetUp() override {
+        // A window test run before in this process may have asked the application to quit,
+        // which ends every later dialog at once; a short application loop clears that.
+        QTimer::singleShot(0, [] { QCoreApplication::exit(0); });
+        QCoreApplication::exec();
+        parent_.resize(240, 320);
+        RegisterSubsystemDialogs(host_);
+        g_app.AircraftReg.assign(u"G-CESS");
+        CreateDefaultData();
+    }
+};
 
 inline void Tap(QListWidget* list, int row) {
     ASSERT_LT(row, list->count());

@@ -30,21 +30,10 @@
 namespace aerix::qt {
 namespace {
 
-class SubsystemDialogsTest : public ::testing::Test {
+class SubsystemDialogsTest : public DialogTest {
   protected:
-    testing::TestPlatform platform_;
-    QWidget parent_;
-    QtDialogHost host_{&parent_};
-
     void SetUp() override {
-        // A window test run before in this process may have asked the application to quit,
-        // which ends every later dialog at once; a short application loop clears that.
-        QTimer::singleShot(0, [] { QCoreApplication::exit(0); });
-        QCoreApplication::exec();
-        parent_.resize(240, 320);
-        RegisterSubsystemDialogs(host_);
-        g_app.AircraftReg.assign(u"G-CESS");
-        CreateDefaultData();
+        DialogTest::SetUp();
         InstallPlanningHooks();
         g_app.CurrentPlanId = CreatePlanDatabase(u"Trip");
         g_app.ActivePlanName.assign(u"Trip");
