@@ -4,6 +4,7 @@
 
 #include "app/state/app_state.hpp"
 #include "platform/services.hpp"
+#include "utilities/direction_reference.hpp"
 
 namespace aerix {
 
@@ -14,8 +15,10 @@ GpsDataTexts GpsDataDialogModel::Texts() const {
     char buffer[64];
     std::snprintf(buffer, sizeof buffer, "%1.0f Kts", fix.groundSpeed);
     texts.speed = Utf8ToUtf16(buffer);
-    std::snprintf(buffer, sizeof buffer, "%03.0f\u00B0m", fix.magneticTrack);
-    texts.track = Utf8ToUtf16(buffer);
+    // The track in the reference every view uses: the receiver's variation, else the model's.
+    DirectionReference reference =
+        ChooseDirectionReference(fix, fix.positionKnown, fix.latitude, fix.longitude, nullptr);
+    texts.track = Utf8ToUtf16(DirectionText(fix.trueTrack, reference, fix.positionKnown));
     return texts;
 }
 

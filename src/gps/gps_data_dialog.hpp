@@ -1,4 +1,4 @@
-// The "GPS data" dialog: the present position, ground speed and magnetic track, refreshed each
+// The "GPS data" dialog: the present position, ground speed and track, refreshed each
 // second.
 #pragma once
 
@@ -13,7 +13,7 @@ inline constexpr int kGpsDataTimerMs = 1000;
 struct GpsDataTexts {
     std::u16string position;  // the fix's position text
     std::u16string speed;     // "%1.0f Kts"
-    std::u16string track;     // "%03.0f°m"
+    std::u16string track;     // "244°M", or "244°T" when no variation is known
 };
 
 class GpsDataDialogModel {

@@ -15,6 +15,11 @@ struct GpsFix {
     double trueTrack = 0.0;
     double magneticVariation = 0.0;
     double magneticTrack = 0.0;
+    // The receiver sent a variation; without it (the simulator, many receivers) the views take
+    // the variation from the magnetic model instead.
+    bool variationKnown = false;
+    // A position has been received: until then latitude and longitude are no place at all.
+    bool positionKnown = false;
     WideBuf<28> positionText;
     std::uint8_t FixVoid = 0;
 };

@@ -134,10 +134,12 @@ void RmcParser(const char16_t* sentence, GpsFix& fix) noexcept {
         fix.longitude *= -1.0;
 
     fix.positionText.assign(PositionText(fix.latitude, fix.longitude));
+    fix.positionKnown = true;
 
     fix.groundSpeed = NmeaNumber(speed);
     fix.trueTrack = NmeaNumber(track);
     fix.magneticVariation = NmeaNumber(variation);
+    fix.variationKnown = variation[0] != u'\0';
     if (Equals(variationSide, u'E'))
         fix.magneticVariation *= -1.0;
 

@@ -54,7 +54,8 @@ void SimulatorThread(std::stop_token stop, SimStepObserver observer) {
         std::int32_t startLongitude = 0;
         double course = 0.0;
         std::int32_t directLatitude = g_app.DirectToStartLatitude.load();
-        if (directLatitude != 0) {
+        const bool direct = directLatitude != 0;
+        if (direct) {
             startLatitude = directLatitude;
             startLongitude = g_app.DirectToStartLongitude.load();
             course = g_app.DirectToCourse.load();
@@ -77,6 +78,7 @@ void SimulatorThread(std::stop_token stop, SimStepObserver observer) {
         g_app.SimulatorStepCount.fetch_add(1);
         fix.latitude = startLatitude;
         fix.longitude = startLongitude;
+        fix.positionKnown = true;
         // The readouts show the text, so it must always match the position published with it.
         fix.positionText.assign(PositionText(fix.latitude, fix.longitude));
         g_app.PublishedFix.Publish(fix);
@@ -98,8 +100,13 @@ void SimulatorThread(std::stop_token stop, SimStepObserver observer) {
         if (stop.stop_requested())
             break;
         int count = source.sectorCount ? source.sectorCount() : 0;
-        if (legIndex < count - 1)
+        if (direct && g_app.DirectToStartLatitude.load() == 0) {
+            // The direct-to ended (reached, or "Resume plan"): the plan goes on from the sector
+            // the views made active.
+            legIndex = static_cast<int>(g_app.ActiveSectorIndex.load());
+        } else if (legIndex < count - 1) {
             ++legIndex;
+        }
         g_app.LegChange.store(0);
     }
 }

@@ -209,6 +209,10 @@ void MainFrame::ShowMainWindow() {
     setFocus();
 }
 
+namespace {
+const QRect kLatLonReadoutAt(42, 44, 158, 16);
+}  // namespace
+
 void MainFrame::CreateChildWindows() {
     auto makeStatic = [this](QRect at, const char* name) {
         auto* label = new QLabel(view_);
@@ -218,9 +222,13 @@ void MainFrame::CreateChildWindows() {
         label->show();
         return label;
     };
-    latLon_ = makeStatic(QRect(42, 44, 158, 16), "latLonReadout");
+    latLon_ = makeStatic(kLatLonReadoutAt, "latLonReadout");
     latLon_->setAlignment(Qt::AlignCenter);
     latLon_->setStyleSheet("background: white; border: 1px solid black;");
+    // The 24 characters of a position fit the narrower places over the instruments too.
+    QFont small = latLon_->font();
+    small.setPixelSize(10);
+    latLon_->setFont(small);
     latLon_->hide();
     scale_ = makeStatic(QRect(0, 0, 1, 1), "scaleReadout");
     topStatus_ = makeStatic(QRect(0, 0, 240, 21), "topStatus");
@@ -237,8 +245,15 @@ void MainFrame::CreateChildWindows() {
 }
 
 void MainFrame::ShowLatLonReadout(bool shown) {
-    if (latLon_)
-        latLon_->setVisible(shown);
+    if (!latLon_)
+        return;
+    // Over the instruments the readout would hide the card: it goes below it instead, under
+    // the AERIX rose beside the range box, between the HSI's bottom corners.
+    QRect at = kLatLonReadoutAt;
+    if (g_app.ViewMode == kViewInstruments)
+        at = g_app.InstrumentAerix ? QRect(2, 199, 174, 14) : QRect(51, 238, 138, 16);
+    latLon_->setGeometry(at);
+    latLon_->setVisible(shown);
 }
 
 void MainFrame::ShowScaleReadout(bool shown) {

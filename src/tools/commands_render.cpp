@@ -2,6 +2,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "app/default_data.hpp"
 #include "app/main_window.hpp"
@@ -27,7 +28,7 @@ constexpr double kCentiMinutesPerDegree = 6000.0;
 
 struct MapArgs {
     double latitude = 0.0, longitude = 0.0, track = 0.0, speed = 0.0, zoom = 1.0;
-    double variation = 0.0;
+    std::optional<double> variation;  // as a receiver would send it; else the magnetic model
     std::uint32_t range = 1;
     std::string plan, out, database;
 };
@@ -58,8 +59,10 @@ void PublishFix(const MapArgs& a) {
     fix.latitude = a.latitude * kCentiMinutesPerDegree;
     fix.longitude = a.longitude * kCentiMinutesPerDegree;
     fix.trueTrack = std::fmod(a.track, 360.0);
-    fix.magneticVariation = a.variation;
-    fix.magneticTrack = std::fmod(fix.trueTrack + a.variation + 360.0, 360.0);
+    fix.magneticVariation = a.variation.value_or(0.0);
+    fix.variationKnown = a.variation.has_value();
+    fix.positionKnown = true;
+    fix.magneticTrack = std::fmod(fix.trueTrack + fix.magneticVariation + 360.0, 360.0);
     fix.groundSpeed = a.speed;
     g_app.PublishedFix.Publish(fix);
     TakeFixSnapshot();
@@ -139,8 +142,10 @@ void RenderInstruments(ToolContext& ctx, const MapArgs& a, bool aerix) {
                 {"position", g_app.Fix.positionText.utf8()}};
     if (in.leg.valid) {
         result["active_waypoint"] = Utf16ToUtf8(in.leg.bar.name);
-        result["active_sector"] = g_app.ActiveSectorIndex;
-        result["bearing"] = in.leg.bar.bearing;
+        result["active_sector"] = g_app.ActiveSectorIndex.load();
+        result["bearing_true"] = in.leg.bar.bearing;
+        if (in.leg.reference.Magnetic())
+            result["bearing_magnetic"] = in.leg.reference.Shown(in.leg.bar.bearing);
         result["distance_nm"] = in.leg.bar.distance;
     }
     ctx.Out().Emit(result);
@@ -183,7 +188,8 @@ void AddRenderCommands(CLI::App& app, ToolContext& ctx) {
         view->add_option("--speed", b->speed, "Ground speed in knots")
             ->check(CLI::Range(0.0, 2000.0));
         view->add_option("--variation", b->variation,
-                         "Magnetic variation in degrees, west positive")
+                         "Magnetic variation in degrees, west positive, as a receiver sends it "
+                         "(default: the magnetic model's)")
             ->check(CLI::Range(-180.0, 180.0));
         view->add_option("--range", b->range, "Range step: 1, 2, 4, 8 or 16 (5 nm each)")
             ->check(CLI::IsMember({1, 2, 4, 8, 16}));

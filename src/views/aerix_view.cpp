@@ -69,17 +69,16 @@ void DrawAerixPicture(Canvas& c, const InstrumentFrameInput& in) {
 
     auto s = [&](double v) { return Scaled(style, v); };
     const int cx = in.centreX;
-    // Track box over the lubber mark, "TRK" and "MAG" either side.
+    // Track box over the lubber mark, "TRK" beside it; the figure carries its reference.
     c.SetPen({platform::PenStyle::Solid, s(1), platform::kWhite});
     c.SetBrush({false, platform::kBlack});
-    c.Rectangle({cx - s(22), s(2), cx + s(22), s(19)});
+    c.Rectangle({cx - s(28), s(2), cx + s(28), s(19)});
     c.SetFont({s(14), true});
-    c.DrawText(DegreesText(in.fix.magneticTrack, in.haveFix), {cx - s(22), s(2), cx + s(22), s(19)},
-               platform::kTextCenter | kLine, platform::kWhite, platform::kBlack, true);
+    c.DrawText(DirectionText(in.fix.trueTrack, in.leg.reference, in.haveFix),
+               {cx - s(28), s(2), cx + s(28), s(19)}, platform::kTextCenter | kLine,
+               platform::kWhite, platform::kBlack, true);
     c.SetFont({s(10), true});
-    c.DrawText("TRK", {cx - s(60), s(2), cx - s(25), s(19)}, platform::kTextRight | kLine, kLabel,
-               kScreen, true);
-    c.DrawText("MAG", {cx + s(25), s(2), cx + s(60), s(19)}, platform::kTextLeft | kLine, kLabel,
+    c.DrawText("TRK", {cx - s(66), s(2), cx - s(31), s(19)}, platform::kTextRight | kLine, kLabel,
                kScreen, true);
 
     // The waypoint being flown, top right: ident, distance, time.
@@ -116,9 +115,9 @@ void DrawAerixPanel(Canvas& c, const InstrumentFrameInput& in) {
     char speed[16];
     std::snprintf(speed, sizeof speed, "%d", static_cast<int>(std::lround(in.fix.groundSpeed)));
     Box(c, {0, top, 80, top + 19}, "GS", fix ? speed : "---");
-    Box(c, {80, top, 160, top + 19}, "TRK", DegreesText(in.fix.magneticTrack, fix));
+    Box(c, {80, top, 160, top + 19}, "TRK", DirectionText(in.fix.trueTrack, in.leg.reference, fix));
     Box(c, {160, top, 240, top + 19}, "DTK",
-        DegreesText(in.leg.course + in.fix.magneticVariation, in.leg.valid), kMagenta);
+        DirectionText(in.leg.course, in.leg.reference, in.leg.valid), kMagenta);
     Box(c, {0, top + 19, 80, top + 38}, "DIS", DistanceText(in.leg.bar.distance, leg));
     Box(c, {80, top + 19, 160, top + 38}, "ETE",
         EteText(in.leg.bar.distance, in.fix.groundSpeed, leg));

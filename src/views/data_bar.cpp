@@ -13,7 +13,9 @@ std::string DataBarText(const DataBarInfo& info) {
         return "no active waypoint";
     // Eight characters of the name keep bearing and distance on the bar.
     std::string name = Utf16ToUtf8(info.name.substr(0, 8));
-    int bearing = TruncInt32(std::lround(info.bearing) % 360);
+    if (!info.haveFix)
+        return name + "  NO FIX";
+    std::string bearing = DirectionText(info.bearing, info.reference, true);
     char distance[24];
     if (info.distance < 100)
         std::snprintf(distance, sizeof distance, "%.1f nm", info.distance);
@@ -22,11 +24,11 @@ std::string DataBarText(const DataBarInfo& info) {
     int angle = TruncInt32(std::lround(info.relativeAngle));
     char text[96];
     if (!info.ahead)
-        std::snprintf(text, sizeof text, "%s  BRG %03d\xC2\xB0  %s  behind", name.c_str(), bearing,
+        std::snprintf(text, sizeof text, "%s  BRG %s  %s  behind", name.c_str(), bearing.c_str(),
                       distance);
     else
-        std::snprintf(text, sizeof text, "%s  BRG %03d\xC2\xB0  %s  %c %d\xC2\xB0", name.c_str(),
-                      bearing, distance, angle < 0 ? 'L' : 'R', std::abs(angle));
+        std::snprintf(text, sizeof text, "%s  BRG %s  %s  %c %d\xC2\xB0", name.c_str(),
+                      bearing.c_str(), distance, angle < 0 ? 'L' : 'R', std::abs(angle));
     return text;
 }
 

@@ -66,7 +66,8 @@ void DrawHsiPicture(Canvas& c, const InstrumentFrameInput& in) {
     c.SetBrush({false, platform::kBlack});
     c.Rectangle({cx - 27, 2, cx + 27, 22});
     c.SetFont({14, true});
-    c.DrawText(DegreesText(in.fix.magneticTrack, in.haveFix), {cx - 26, 3, cx + 26, 21},
+    c.DrawText(DirectionText(in.fix.trueTrack, in.leg.reference, in.haveFix),
+               {cx - 26, 3, cx + 26, 21},
                platform::kTextCenter | platform::kTextVCenter | platform::kTextSingleLine, kValue,
                platform::kBlack, true);
     c.SetPen({});
@@ -78,12 +79,14 @@ void DrawHsiPicture(Canvas& c, const InstrumentFrameInput& in) {
     Corner(c, 3, 1, platform::kTextLeft, "GS", in.haveFix ? speed : "---");
     Corner(c, 165, 1, platform::kTextRight, "DIS nm", DistanceText(in.leg.bar.distance, leg));
     Corner(c, 3, 229, platform::kTextLeft, "DTK",
-           DegreesText(in.leg.course + in.fix.magneticVariation, in.leg.valid));
+           DirectionText(in.leg.course, in.leg.reference, in.leg.valid));
     Corner(c, 165, 229, platform::kTextRight, "ETE",
            EteText(in.leg.bar.distance, in.fix.groundSpeed, leg));
     if (in.showScale) {
         c.SetFont({10, true});
-        c.DrawText(ScaleReadoutText(in.rangeStep), {cx - 30, 239, cx + 30, 253},
+        // Below the card, unless the position readout is there: then at the card's foot.
+        const int top = in.showLatLon ? 222 : 239;
+        c.DrawText(ScaleReadoutText(in.rangeStep), {cx - 30, top, cx + 30, top + 14},
                    platform::kTextCenter | platform::kTextVCenter | platform::kTextSingleLine,
                    kReadoutText, kReadoutBack, false);
     }

@@ -177,16 +177,6 @@ void DrawAircraft(Canvas& c, const CardGeometry& g, const CardStyle& style) {
     c.SetBrush({});
 }
 
-std::string DegreesText(double degrees, bool valid) {
-    if (!valid)
-        return "---\xC2\xB0";
-    int d = TruncInt32(std::lround(PositiveModulo(degrees, 360.0))) % 360;
-    // North reads 360 on an instrument.
-    char text[16];
-    std::snprintf(text, sizeof text, "%03d\xC2\xB0", d == 0 ? 360 : d);
-    return text;
-}
-
 std::string DistanceText(double nm, bool valid) {
     if (!valid)
         return "---";

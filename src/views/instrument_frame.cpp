@@ -134,7 +134,7 @@ InstrumentFrameInput PrepareInstrumentFrame() {
     in.centreY = g_app.InstrumentCentreY;
     in.rangeStep = g_app.InstrumentRangeStep;
     in.fix = g_app.Fix;
-    in.haveFix = g_app.PublishedFix.Sequence() != 0;
+    in.haveFix = g_app.Fix.positionKnown;
     // The banner shows in this frame only: once per void sentence.
     if (g_app.Fix.FixVoid) {
         in.invalidSignal = true;
@@ -142,12 +142,18 @@ InstrumentFrameInput PrepareInstrumentFrame() {
     }
     std::vector<SectorRecord> sectors = ReadPlanSectors();
     in.leg = SequenceActiveLeg(sectors, g_app.Fix.latitude, g_app.Fix.longitude);
-    in.route.reserve(sectors.size());
+    // The card turns to the track in the same reference as every figure over it.
+    in.fix.magneticTrack = in.leg.reference.Shown(in.fix.trueTrack);
+    in.route.reserve(sectors.size() + 1);
     for (const SectorRecord& s : sectors)
         in.route.push_back({double(s.StartLatitude), double(s.StartLongitude),
                             double(s.EndLatitude), double(s.EndLongitude)});
+    if (in.leg.direct)
+        in.route.push_back(
+            {in.leg.startLatitude, in.leg.startLongitude, in.leg.endLatitude, in.leg.endLongitude});
     in.showAirspace = g_app.ShowAirspace == 1;
     in.showScale = g_app.ShowScaleHsi == 1;
+    in.showLatLon = g_app.ShowLatLonHsi == 1;
     in.nav = std::span<const NavEntry>(
         g_app.NavDatabase.data(),
         std::min<std::size_t>(g_app.NavEntryCount, g_app.NavDatabase.size()));

@@ -53,6 +53,7 @@ struct InstrumentFrameInput {
     std::vector<InstrumentLeg> route;  // the plan's legs, and a direct-to leg last
     bool showAirspace = true;
     bool showScale = false;
+    bool showLatLon = false;  // the position readout lies under the card
     // The loaded arrays; the user-interface thread stops the drawing before replacing them.
     std::span<const NavEntry> nav;
     std::span<const AirspaceEntry> airspace;

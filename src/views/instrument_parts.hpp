@@ -43,7 +43,6 @@ void DrawBearingPointer(platform::Canvas& c, const CardGeometry& g, const CardSt
 void DrawAircraft(platform::Canvas& c, const CardGeometry& g, const CardStyle& style);
 
 // Readout figures: "---" until there is something to show.
-std::string DegreesText(double degrees, bool valid);       // "087°"
 std::string DistanceText(double nm, bool valid);           // "12.4" / "123"
 std::string EteText(double nm, double knots, bool valid);  // "0:12", "--:--"
 std::string CrossTrackText(double nm, bool valid);         // "R 0.4", "L 1.2"

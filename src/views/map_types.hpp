@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/canvas.hpp"
+#include "utilities/direction_reference.hpp"
 
 namespace aerix {
 
@@ -28,11 +29,14 @@ enum MapCalibrationField : int {
 
 using MapCalibrationValues = std::array<double, 13>;
 
-// The waypoint being flown, as the data bar shows it. Bearing is degrees true, distance nautical
-// miles, the relative angle signed (right positive) and never more than 90 degrees; ahead is
-// false once the waypoint lies behind.
+// The waypoint being flown, as the data bar shows it. Bearing is degrees true (shown in the
+// reference), distance nautical miles, the relative angle signed (right positive) and never more
+// than 90 degrees; ahead is false once the waypoint lies behind. Without a fix there is no
+// bearing or distance to show.
 struct DataBarInfo {
     bool valid = false;
+    bool haveFix = true;
+    DirectionReference reference;
     std::u16string name;
     double latitude = 0.0;  // CentiMinutes
     double longitude = 0.0;

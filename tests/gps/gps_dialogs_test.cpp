@@ -74,7 +74,12 @@ TEST(GpsDataDialog, FormatsTheFix) {
     auto texts = model.Texts();
     EXPECT_EQ(texts.position, u"  N48\u00B007.038 E011\u00B031.000");
     EXPECT_EQ(texts.speed, u"23 Kts");
-    EXPECT_EQ(texts.track, u"006\u00B0m");
+    // 5.4 true with 1.0 W sent by the receiver: 6 magnetic, and it says so.
+    EXPECT_EQ(texts.track, u"006\u00B0M");
+    // A receiver that sends no variation: the model's at 48 N 11.5 E (about 4.5 E) instead.
+    RmcParser(u"$GPRMC,1,A,4807.038,N,01131.000,E,022.6,5.4,1,,", fix);
+    g_app.PublishedFix.Publish(fix);
+    EXPECT_EQ(model.Texts().track, u"001\u00B0M");
     model.Close();
     EXPECT_EQ(platform.Ui().Titles(), std::vector<std::string>{"Aerix"});
 }

@@ -83,9 +83,10 @@ TEST(InstrumentPicture, CardTurnsToTheMagneticTrack) {
         for (const auto& k : cases) {
             SCOPED_TRACE(std::string(aerix ? "AERIX " : "HSI ") + k.top);
             InstrumentFrameInput in = Input(aerix, k.track);
-            // The card follows the magnetic track, not the true one.
+            // The card follows the magnetic track, not the true one, and the readout says so.
             in.fix.trueTrack = k.track + 10;
             in.fix.magneticVariation = -10;
+            in.leg.reference = {VariationSource::kReceiver, -10};
             RecordingCanvas c = Draw(in);
             const double scale = aerix ? 430.0 / 240.0 : 1.0;
             const double topY = in.centreY - CardRadius(aerix) + 20 * scale;
@@ -110,7 +111,7 @@ TEST(InstrumentPicture, CardTurnsToTheMagneticTrack) {
                     onTheRight = true;
             EXPECT_TRUE(onTheRight) << figures[right];
             char readout[16];
-            std::snprintf(readout, sizeof readout, "%03d\xC2\xB0",
+            std::snprintf(readout, sizeof readout, "%03d\xC2\xB0M",
                           k.track == 0 ? 360 : static_cast<int>(k.track));
             EXPECT_TRUE(HasText(c, readout)) << readout;
         }
@@ -279,9 +280,11 @@ TEST(InstrumentPicture, AirspaceOutlinesAndTheirSwitch) {
 }
 
 TEST(InstrumentPicture, ReadoutFigures) {
-    EXPECT_EQ(DegreesText(0.2, true), "360\xC2\xB0");
-    EXPECT_EQ(DegreesText(-3, true), "357\xC2\xB0");
-    EXPECT_EQ(DegreesText(87.4, false), "---\xC2\xB0");
+    DirectionReference magnetic{VariationSource::kReceiver, 2.0};
+    EXPECT_EQ(DirectionText(-1.8, magnetic, true), "360\xC2\xB0M");
+    EXPECT_EQ(DirectionText(-5, magnetic, true), "357\xC2\xB0M");
+    EXPECT_EQ(DirectionText(87.4, magnetic, false), "---\xC2\xB0M");
+    EXPECT_EQ(DirectionText(87.4, DirectionReference{}, true), "087\xC2\xB0T");
     EXPECT_EQ(EteText(10, 120, true), "0:05");
     EXPECT_EQ(EteText(150, 100, true), "1:30");
     EXPECT_EQ(EteText(10, 0.5, true), "--:--");
@@ -417,6 +420,7 @@ TEST_F(InstrumentSequencingTest, PreparingAFrameSequencesLikeTheMapAndAcknowledg
     fix.latitude = 49.9 * 6000;  // past the first waypoint
     fix.longitude = 1 * 6000;
     fix.FixVoid = 1;
+    fix.positionKnown = true;
     g_app.PublishedFix.Publish(fix);
     g_app.Fix = fix;
     InstrumentFrameInput in = PrepareInstrumentFrame();
