@@ -46,6 +46,11 @@ constexpr unsigned kFeedStopItems[] = {kDisconnectGps, kStopSimulation, kStopPla
 
 void PaintMapFrame(platform::Canvas& canvas) {
     CanvasReadouts readouts(canvas);
+    // Until a position arrives there is nothing to centre on: 0, 0 would choose the world chart.
+    if (!g_app.Fix.positionKnown) {
+        PaintMapView(canvas, &readouts, 0);
+        return;
+    }
     CenterMapOnPosition(canvas, &readouts, g_app.Fix.longitude * kDegreesPerUnit,
                         g_app.Fix.latitude * kDegreesPerUnit);
 }

@@ -256,16 +256,26 @@ bool DeletePlanSector(std::uint32_t index) {
     return true;
 }
 
-void DirectTo(const SectorEnd& waypoint) {
+bool DirectTo(const SectorEnd& waypoint) {
+    // The leg starts at the present position: without a fix there is none (and a start
+    // latitude of 0 would read as no direct-to at all).
+    if (!g_app.Fix.positionKnown) {
+        platform::ShowError(kDirectToNoFixText);
+        return false;
+    }
     std::int32_t lat = TruncInt32(g_app.Fix.latitude);
     std::int32_t lon = TruncInt32(g_app.Fix.longitude);
     double course = 0.0;
     double distance = 0.0;
     CourseDistance(lat, lon, waypoint.latitude, waypoint.longitude, course, distance, 0);
+    g_app.DirectToName = waypoint.ident.empty() ? waypoint.name : waypoint.ident;
+    g_app.DirectToTargetLatitude = waypoint.latitude;
+    g_app.DirectToTargetLongitude = waypoint.longitude;
     g_app.DirectToStartLongitude.store(lon);
     g_app.DirectToCourse.store(TruncInt32(course));
     g_app.DirectToStartLatitude.store(lat);
     g_app.LegChange.store(1);
+    return true;
 }
 
 void ResumePlan() {

@@ -73,8 +73,11 @@ class SectorDialog {
 bool DeletePlanSector(std::uint32_t index);
 
 // Direct to a waypoint from the present position: the leg starts here (whole CentiMinutes) on the
-// rhumb-line course to it (whole degrees), and the leg being flown ends.
-void DirectTo(const SectorEnd& waypoint);
+// rhumb-line course to it (whole degrees), the waypoint becomes the one every readout is to, and
+// the leg being flown ends. Refused, with kDirectToNoFixText, before the first fix.
+inline constexpr const char* kDirectToNoFixText =
+    "No GPS position yet: a direct-to starts at the present position";
+bool DirectTo(const SectorEnd& waypoint);
 // "Resume plan": back to the plan's legs.
 void ResumePlan();
 

@@ -172,8 +172,8 @@ class SectorWidget : public DialogFrame {
             platform::ShowError("Choose the waypoint to fly direct to");
             return;
         }
-        DirectTo(*model_.End());
-        done(kDialogCancel);
+        if (DirectTo(*model_.End()))
+            done(kDialogCancel);
     }
 
     SectorDialog model_;

@@ -3,6 +3,7 @@
 #include "views/active_leg.hpp"
 
 #include <cmath>
+#include <cstdlib>
 
 #include "app/state/app_state.hpp"
 #include "gps/fix_publication.hpp"
@@ -14,10 +15,39 @@
 namespace aerix {
 
 namespace {
+
 std::u16string EndName(const SectorRecord& s) {
     // The ident is short enough for the bar; a user waypoint may have only a name.
     return s.Text404.empty() ? s.Text402 : s.Text404;
 }
+
+// Waypoints are stored in whole CentiMinutes; a plan's ends and a database waypoint agree to
+// that, give or take the truncation of a typed position.
+bool SamePlace(std::int32_t lat1, std::int32_t lon1, std::int32_t lat2, std::int32_t lon2) {
+    return std::abs(lat1 - lat2) <= 1 && std::abs(lon1 - lon2) <= 1;
+}
+
+DataBarInfo BarTo(std::u16string name, double lat, double lon, double fromLat, double fromLon,
+                  double course) {
+    DataBarInfo bar;
+    bar.valid = true;
+    bar.name = std::move(name);
+    bar.latitude = lat;
+    bar.longitude = lon;
+    CourseDistance(fromLat, fromLon, lat, lon, bar.bearing, bar.distance, 0);
+    bar.relativeAngle = AngleOff(bar.bearing, course, &bar.ahead);
+    return bar;
+}
+
+// Ends a direct-to whose waypoint has been reached: the plan goes on from there.
+void EndDirectTo(const std::vector<SectorRecord>& sectors) {
+    g_app.ActiveSectorIndex =
+        SectorAfterDirectTo(sectors, g_app.DirectToTargetLatitude, g_app.DirectToTargetLongitude,
+                            g_app.ActiveSectorIndex);
+    g_app.DirectToStartLatitude.store(0);
+    g_app.LegChange.store(1);
+}
+
 }  // namespace
 
 double AngleOff(double a, double b, bool* ahead) {
@@ -35,66 +65,88 @@ double AngleOff(double a, double b, bool* ahead) {
     return negative ? -d : d;
 }
 
+std::uint32_t SectorAfterDirectTo(const std::vector<SectorRecord>& sectors, std::int32_t latitude,
+                                  std::int32_t longitude, std::uint32_t active) {
+    const auto count = static_cast<std::uint32_t>(sectors.size());
+    std::uint32_t starting = count;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const SectorRecord& s = sectors[i];
+        if (!SamePlace(s.StartLatitude, s.StartLongitude, latitude, longitude))
+            continue;
+        if (starting == count || (starting < active && i >= active))
+            starting = i;
+    }
+    if (starting < count)
+        return starting;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const SectorRecord& s = sectors[i];
+        if (SamePlace(s.EndLatitude, s.EndLongitude, latitude, longitude))
+            return i + 1 < count ? i + 1 : i;
+    }
+    return active;
+}
+
 ActiveLeg SequenceActiveLeg(const std::vector<SectorRecord>& sectors, double lat, double lon) {
     const auto count = static_cast<std::uint32_t>(sectors.size());
     ActiveLeg leg;
-    DataBarInfo& bar = leg.bar;
-    const SectorRecord* active = nullptr;
     // Before the first fix the position is no position at all (0, 0 until a feed publishes), and
     // a feed started again still shows the last fix of the one before: a paint then must not skip
     // the legs the aircraft has not flown yet.
-    const bool haveFix = FixSinceFeedStart();
-    for (std::uint32_t i = 0; i < count; ++i) {
-        const SectorRecord& s = sectors[i];
-        double course = 0.0;
-        double distance = 0.0;
-        CourseDistance(lat, lon, s.EndLatitude, s.EndLongitude, course, distance, 0);
-        if (i != g_app.ActiveSectorIndex)
-            continue;
-        bool ahead = true;
-        double angle = AngleOff(course, s.TrueCourse, &ahead);
-        if (haveFix && !ahead && g_app.ActiveSectorIndex < count - 1) {
-            // The next sector is looked at in this same pass.
+    const bool anyFix = g_app.Fix.positionKnown;
+    const bool haveFix = anyFix && FixSinceFeedStart();
+
+    if (g_app.DirectToStartLatitude.load() != 0) {
+        const double course = double(g_app.DirectToCourse.load());
+        DataBarInfo bar = BarTo(g_app.DirectToName, g_app.DirectToTargetLatitude,
+                                g_app.DirectToTargetLongitude, lat, lon, course);
+        if (haveFix && !bar.ahead) {
+            EndDirectTo(sectors);
+        } else {
+            leg.valid = true;
+            leg.direct = true;
+            leg.bar = bar;
+            leg.startLatitude = g_app.DirectToStartLatitude.load();
+            leg.startLongitude = g_app.DirectToStartLongitude.load();
+            leg.endLatitude = g_app.DirectToTargetLatitude;
+            leg.endLongitude = g_app.DirectToTargetLongitude;
+            leg.course = course;
+        }
+    }
+
+    if (!leg.direct && g_app.ActiveSectorIndex < count) {
+        const SectorRecord* s = &sectors[g_app.ActiveSectorIndex];
+        DataBarInfo bar =
+            BarTo(EndName(*s), s->EndLatitude, s->EndLongitude, lat, lon, s->TrueCourse);
+        while (haveFix && !bar.ahead && g_app.ActiveSectorIndex < count - 1) {
+            // On to the next sector, measured from the same position.
             ++g_app.ActiveSectorIndex;
             g_app.LegChange.store(1);
+            s = &sectors[g_app.ActiveSectorIndex];
+            bar = BarTo(EndName(*s), s->EndLatitude, s->EndLongitude, lat, lon, s->TrueCourse);
         }
-        bar = {true,  EndName(s), double(s.EndLatitude), double(s.EndLongitude), course, distance,
-               angle, ahead};
-        active = &s;
-    }
-    if (active != nullptr) {
         leg.valid = true;
-        leg.startLatitude = active->StartLatitude;
-        leg.startLongitude = active->StartLongitude;
-        leg.endLatitude = active->EndLatitude;
-        leg.endLongitude = active->EndLongitude;
-        leg.course = active->TrueCourse;
+        leg.bar = bar;
+        leg.startLatitude = s->StartLatitude;
+        leg.startLongitude = s->StartLongitude;
+        leg.endLatitude = s->EndLatitude;
+        leg.endLongitude = s->EndLongitude;
+        leg.course = s->TrueCourse;
     }
-    // A direct-to leg flies to the active waypoint from where it was chosen.
-    if (g_app.DirectToStartLatitude.load() != 0 && active != nullptr) {
-        double course = 0.0;
-        double distance = 0.0;
-        CourseDistance(lat, lon, active->EndLatitude, active->EndLongitude, course, distance, 0);
-        bool ahead = true;
-        double angle = AngleOff(course, double(g_app.DirectToCourse.load()), &ahead);
-        bar = {true,
-               EndName(*active),
-               double(active->EndLatitude),
-               double(active->EndLongitude),
-               course,
-               distance,
-               angle,
-               ahead};
-        leg.startLatitude = g_app.DirectToStartLatitude.load();
-        leg.startLongitude = g_app.DirectToStartLongitude.load();
-        leg.course = double(g_app.DirectToCourse.load());
-    }
-    g_app.DataBar = bar;
+
+    // The model is asked at the aircraft, or before a fix at the start of the leg.
+    const SectorRecord* active =
+        g_app.ActiveSectorIndex < count ? &sectors[g_app.ActiveSectorIndex] : nullptr;
+    const double refLat = anyFix ? lat : leg.startLatitude;
+    const double refLon = anyFix ? lon : leg.startLongitude;
+    leg.reference = ChooseDirectionReference(g_app.Fix, anyFix, refLat, refLon,
+                                             active ? &active->Variation : nullptr);
+    leg.bar.reference = leg.reference;
+    leg.bar.haveFix = anyFix;
+    g_app.DataBar = leg.bar;
     return leg;
 }
 
-void UpdateActiveLeg(platform::Canvas& view) {
-    std::vector<SectorRecord> sectors = ReadPlanSectors();
+void UpdateActiveLeg(platform::Canvas& view, const std::vector<SectorRecord>& sectors) {
     SequenceActiveLeg(sectors, g_app.Fix.latitude, g_app.Fix.longitude);
     DrawDataBar(view, g_app.DataBar, kMapDataBar);
 }

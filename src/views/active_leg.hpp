@@ -1,5 +1,6 @@
 // Waypoint sequencing shared by the MAP view and the instrument views: the active sector moves on
-// once its end point falls behind, and the leg being flown is handed to the data bar.
+// once its end point falls behind, a direct-to flies to its own waypoint until it is reached, and
+// the leg being flown is handed to the data bar.
 #pragma once
 
 #include <vector>
@@ -14,14 +15,25 @@ namespace aerix {
 struct ActiveLeg {
     DataBarInfo bar;
     bool valid = false;
+    bool direct = false;  // a direct-to leg, not one of the plan's
     double startLatitude = 0.0, startLongitude = 0.0;
     double endLatitude = 0.0, endLongitude = 0.0;
     double course = 0.0;
+    // The reference every direction of this frame is shown in.
+    DirectionReference reference;
 };
 
 // Sequences g_app.ActiveSectorIndex over the plan's sectors for the position (CentiMinutes),
 // raising g_app.LegChange when it advances, and stores the data bar's content in g_app.DataBar.
+// While a direct-to is active the leg runs to its waypoint; once that falls behind the direct-to
+// ends and the plan goes on from the sector that starts there.
 ActiveLeg SequenceActiveLeg(const std::vector<SectorRecord>& sectors, double latitude,
                             double longitude);
+
+// The sector the plan goes on with once a direct-to reaches (latitude, longitude): the first one
+// that starts there (at or after the active one, if any does), else the one after the sector
+// that ends there; the active one when the waypoint is not on the route.
+std::uint32_t SectorAfterDirectTo(const std::vector<SectorRecord>& sectors, std::int32_t latitude,
+                                  std::int32_t longitude, std::uint32_t active);
 
 }  // namespace aerix

@@ -38,6 +38,7 @@ int LoadMapBitmap(std::u16string_view path) {
     }
     g_app.MapBitmap = std::move(bitmap);
     g_app.MapLoaded = true;
+    g_app.MapRouteBurnt = false;
     g_app.MapWidth = g_app.MapBitmap.Width();
     g_app.MapHeight = g_app.MapBitmap.Height();
     g_app.MapCenterX = g_app.AircraftScreenX = g_app.AnchorX;

@@ -5,6 +5,7 @@
 #include "platform/numeric.hpp"
 #include "views/map_geometry.hpp"
 #include "views/map_view.hpp"
+#include "views/plan_sectors.hpp"
 
 namespace aerix {
 
@@ -69,7 +70,8 @@ void DrawLatLonReadout(MapReadouts& readouts) {
         return;
     // The 24 characters of the position must fit the 156-pixel readout.
     dc->SetFont({10, false});
-    dc->DrawText(g_app.Fix.positionText.utf8(), {0, 0, 156, 16},
+    dc->DrawText(g_app.Fix.positionKnown ? g_app.Fix.positionText.utf8() : kNoFixText,
+                 {0, 0, 156, 16},
                  platform::kTextCenter | platform::kTextVCenter | platform::kTextSingleLine,
                  kReadoutText, kReadoutBack, false);
     if (!readouts.EndLatLon())
@@ -80,7 +82,13 @@ void DrawLatLonReadout(MapReadouts& readouts) {
 
 void CenterMapOnPosition(platform::Canvas& view, MapReadouts* readouts, double longitude,
                          double latitude) {
-    if (g_app.MapChangeRequest != 0 || !MapContains(g_app.MapCalibration, longitude, latitude))
+    // The first real fix chooses its chart even when the one shown before it contains it (the
+    // world chart shown around the plan's start, say).
+    const bool firstFix = g_app.MapAwaitingFix && g_app.Fix.positionKnown;
+    if (g_app.Fix.positionKnown)
+        g_app.MapAwaitingFix = false;
+    if (firstFix || g_app.MapChangeRequest != 0 ||
+        !MapContains(g_app.MapCalibration, longitude, latitude))
         SelectMapForPosition();
     int column = MapColumn(g_app.MapCalibration, longitude);
     int row = MapRow(g_app.MapCalibration, latitude);
@@ -97,6 +105,11 @@ void PaintMapView(platform::Canvas& view, MapReadouts* readouts, int /*fromCente
     const double top = g_app.MapCenterY - g_app.AnchorY / zoom;
     const int size = TruncInt32(240 / zoom);
     const Rect chart{0, kChartTop, kChartSize, kChartBottom};
+    std::vector<SectorRecord> sectors;
+    if (g_app.ViewMode == kViewMap) {
+        sectors = ReadPlanSectors();
+        RefreshBurntRoute(sectors);
+    }
     if (g_app.MapLoaded) {
         int x = TruncInt32(left);
         int y = TruncInt32(top);
@@ -119,8 +132,16 @@ void PaintMapView(platform::Canvas& view, MapReadouts* readouts, int /*fromCente
     }
     if (g_app.ViewMode != kViewMap)
         return;
-    UpdateActiveLeg(view);
-    DrawAircraftSymbol(view);
+    UpdateActiveLeg(view, sectors);
+    // Before the first fix there is no aircraft to show, only the chart and "NO FIX".
+    if (g_app.Fix.positionKnown) {
+        DrawAircraftSymbol(view);
+    } else {
+        view.SetFont({12, true});
+        view.DrawText(kNoFixText, {60, 120, 180, 140},
+                      platform::kTextCenter | platform::kTextVCenter | platform::kTextSingleLine,
+                      platform::Rgb(255, 0, 0), platform::kWhite, false);
+    }
     if (readouts == nullptr)
         return;
     if (g_app.ShowLatLonMap == 1)

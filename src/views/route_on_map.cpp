@@ -1,6 +1,7 @@
 // The plan route burnt into the chart: a magenta band with a dashed black centre line.
 #include "app/state/app_state.hpp"
 #include "platform/numeric.hpp"
+#include "platform/services.hpp"
 #include "views/map_geometry.hpp"
 #include "views/map_view.hpp"
 #include "views/plan_sectors.hpp"
@@ -24,6 +25,19 @@ void DrawBand(platform::Canvas& map, const std::vector<platform::Point>& points)
 
 }  // namespace
 
+std::vector<std::int32_t> RouteToBurn(const std::vector<SectorRecord>& sectors) {
+    std::vector<std::int32_t> route;
+    route.reserve(sectors.size() * 4 + 4);
+    for (const SectorRecord& s : sectors)
+        route.insert(route.end(),
+                     {s.StartLatitude, s.StartLongitude, s.EndLatitude, s.EndLongitude});
+    if (g_app.DirectToStartLatitude.load() != 0)
+        route.insert(route.end(),
+                     {g_app.DirectToStartLatitude.load(), g_app.DirectToStartLongitude.load(),
+                      g_app.DirectToTargetLatitude, g_app.DirectToTargetLongitude});
+    return route;
+}
+
 void DrawRouteOnMap(platform::Canvas& map) {
     std::vector<SectorRecord> sectors = ReadPlanSectors();
     std::vector<platform::Point> points;
@@ -34,16 +48,35 @@ void DrawRouteOnMap(platform::Canvas& map) {
     }
     if (!points.empty())
         DrawBand(map, points);
+    // The direct-to leg runs from where it was chosen to its own waypoint.
     if (g_app.DirectToStartLatitude.load() != 0) {
-        // The direct-to leg runs to the active sector's end point.
-        std::uint32_t index = g_app.ActiveSectorIndex;
-        if (index < sectors.size()) {
-            DrawBand(map, {ChartPoint(g_app.DirectToStartLatitude.load(),
-                                      g_app.DirectToStartLongitude.load()),
-                           ChartPoint(sectors[index].EndLatitude, sectors[index].EndLongitude)});
-        }
+        DrawBand(map, {ChartPoint(g_app.DirectToStartLatitude.load(),
+                                  g_app.DirectToStartLongitude.load()),
+                       ChartPoint(g_app.DirectToTargetLatitude, g_app.DirectToTargetLongitude)});
     }
     map.SetPen({});
+    g_app.MapBurntRoute = RouteToBurn(sectors);
+    g_app.MapRouteBurnt = true;
+}
+
+void RefreshBurntRoute(const std::vector<SectorRecord>& sectors) {
+    if (!g_app.MapLoaded || g_app.ViewMode != kViewMap)
+        return;
+    if (g_app.MapRouteBurnt && g_app.MapBurntRoute == RouteToBurn(sectors))
+        return;
+    // The chart's own pixels are on disk only: load it again and burn the route afresh,
+    // keeping where the view was centred.
+    const std::int32_t centreX = g_app.MapCenterX, centreY = g_app.MapCenterY;
+    const std::int32_t aircraftX = g_app.AircraftScreenX, aircraftY = g_app.AircraftScreenY;
+    const std::u16string path(g_app.CurrentMapPath.view());
+    if (LoadMapBitmap(path) != 0) {
+        g_app.MapRouteBurnt = false;
+        return;
+    }
+    g_app.MapCenterX = centreX;
+    g_app.MapCenterY = centreY;
+    g_app.AircraftScreenX = aircraftX;
+    g_app.AircraftScreenY = aircraftY;
 }
 
 }  // namespace aerix

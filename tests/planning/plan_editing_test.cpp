@@ -176,7 +176,8 @@ TEST_F(SectorEditingTest, NewInsertEditAndTheirChecks) {
 TEST_F(SectorEditingTest, DirectToAndResume) {
     g_app.Fix.latitude = 51 * kDeg + 0.9;
     g_app.Fix.longitude = -1 * kDeg - 1000.7;
-    DirectTo(Find(u"Turweston"));
+    g_app.Fix.positionKnown = true;
+    EXPECT_TRUE(DirectTo(Find(u"Turweston")));
     EXPECT_EQ(g_app.DirectToStartLatitude.load(), 51 * kDeg);
     EXPECT_EQ(g_app.DirectToStartLongitude.load(), -1 * kDeg - 1000);
     // 62.3' north and 4' east at 51.5N: atan(4 cos 51.5 / 62.3) = 2.3 degrees, truncated.

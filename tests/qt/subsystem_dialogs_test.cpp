@@ -118,6 +118,7 @@ TEST_F(SubsystemDialogsTest, NewSectorFromSearchAndPositionThenEditIt) {
     // touches the plan.
     g_app.Fix.latitude = 51 * 6000;
     g_app.Fix.longitude = -1 * 6000 - 3700;  // due south of Wellesbourne
+    g_app.Fix.positionKnown = true;
     auto direct = [this](const char* button) {
         return Run(Dialog::NewSector, [button](QWidget* d) {
             Type(d, "search", "Welles");
@@ -214,11 +215,14 @@ TEST_F(SubsystemDialogsTest, GpsDataShowsThePublishedFixEachSecond) {
         EXPECT_TRUE(timer->isActive());
         GpsFix fix;
         fix.groundSpeed = 96.4;
-        fix.magneticTrack = 7.0;
+        fix.trueTrack = 5.0;
+        fix.magneticVariation = 2.0;
+        fix.variationKnown = true;
+        fix.positionKnown = true;
         g_app.PublishedFix.Publish(fix);
         QMetaObject::invokeMethod(timer, "timeout");
         EXPECT_EQ(Text(d, "speed"), "96 Kts");
-        EXPECT_EQ(Text(d, "track"), QString::fromUtf8("007\u00B0m"));
+        EXPECT_EQ(Text(d, "track"), QString::fromUtf8("007\u00B0M"));
         Click(d, "close");
     });
     EXPECT_EQ(result, kDialogCancel);

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 
@@ -11,6 +12,7 @@
 #include "views/calibration_file.hpp"
 #include "views/map_management.hpp"
 #include "views/map_view.hpp"
+#include "views/plan_sectors.hpp"
 
 namespace aerix {
 namespace {
@@ -309,13 +311,14 @@ TEST_F(MapViewTest, SequencesOnlyOnAFixThatHasLeftTheWaypointBehind) {
         GpsFix fix;
         fix.latitude = c.latitude * 6000;
         fix.longitude = c.published ? 1 * 6000 : 0;
+        fix.positionKnown = c.published;
         if (c.published)
             g_app.PublishedFix.Publish(fix);
         if (c.feedRestarted)
             MarkFeedStart();
         g_app.Fix = fix;
         RecordingCanvas view;
-        UpdateActiveLeg(view);
+        UpdateActiveLeg(view, ReadPlanSectors());
         EXPECT_EQ(g_app.ActiveSectorIndex, c.active);
         EXPECT_EQ(g_app.LegChange.load(), c.active != 0 ? 1 : 0);
     }
@@ -398,6 +401,115 @@ TEST_F(MapViewTest, CalibrationPutsLimits35PixelsInside) {
     EXPECT_EQ(p.Ui().Boxes().back().text, kCalibratedText);
     EXPECT_EQ(p.Ui().Boxes().back().caption, "Information...");
     EXPECT_EQ(g_app.CalibrationFirstDone, 0);
+}
+
+}  // namespace
+}  // namespace aerix
+
+namespace aerix {
+namespace {
+
+class MapInFlightTest : public MapViewTest {
+  protected:
+    void SetUp() override {
+        MapViewTest::SetUp();
+        p.Clock().SetUtc({2026, 6, 1, 12, 0, 0});
+        g_app.ActivePlanName.assign(u"Trip");
+        CreatePlanDatabase(u"Trip");
+        AddSector(1, 50 * 6000, 4 * 6000, 50 * 6000, 6 * 6000, u"ONE");
+        AddChart(kWorld, Flat(2, -90, 90, -180, 180));
+        AddChart(kDetail, Flat(100, 45, 55, 0, 10));
+    }
+    void AddSector(int number, int lat1, int lon1, int lat2, int lon2, const char16_t* ident) {
+        DbHandle h = OpenDatabase(u"Trip", schema::kSecNumber);
+        SectorRecord s;
+        s.SectorNumber = static_cast<std::int16_t>(number);
+        s.StartLatitude = lat1;
+        s.StartLongitude = lon1;
+        s.EndLatitude = lat2;
+        s.EndLongitude = lon2;
+        s.TrueCourse = 90;
+        s.Text404 = ident;
+        WriteSector(h, s);
+    }
+    void Fly(double latDeg, double lonDeg) {
+        GpsFix fix;
+        fix.latitude = latDeg * 6000;
+        fix.longitude = lonDeg * 6000;
+        fix.trueTrack = 90;
+        fix.positionKnown = true;
+        g_app.PublishedFix.Publish(fix);
+        TakeFixSnapshot();
+    }
+    std::string Paint(bool centre) {
+        RecordingCanvas view;
+        if (centre)
+            CenterMapOnPosition(view, nullptr, g_app.Fix.longitude / 6000,
+                                g_app.Fix.latitude / 6000);
+        else
+            PaintMapView(view, nullptr, 0);
+        texts = view.Texts();
+        aircraftDrawn = !view.CallsOf(CanvasCall::Polygon).empty();
+        return texts.empty() ? "" : texts.front();
+    }
+    static constexpr const char16_t* kWorld = u"\\My Documents\\Aerix\\world.bmp";
+    static constexpr const char16_t* kDetail = u"\\My Documents\\Aerix\\detail.bmp";
+    std::vector<std::string> texts;
+    bool aircraftDrawn = false;
+};
+
+TEST_F(MapInFlightTest, BeforeTheFirstFixNothingIsMadeUpThenTheFixChoosesItsChart) {
+    // The world chart is up (shown before any fix), and no position has come in.
+    g_app.CurrentMapPath.assign(kWorld);
+    ASSERT_EQ(LoadMapBitmap(kWorld), 0);
+    EXPECT_EQ(Paint(false), "ONE  NO FIX");
+    EXPECT_FALSE(aircraftDrawn);
+    EXPECT_NE(std::find(texts.begin(), texts.end(), kNoFixText), texts.end());
+    EXPECT_EQ(g_app.CurrentMapPath.view(), kWorld);
+
+    // The first fix, inside the world chart too: the detailed chart is chosen all the same.
+    Fly(50, 5);
+    std::string bar = Paint(true);
+    EXPECT_EQ(g_app.CurrentMapPath.view(), kDetail);
+    EXPECT_TRUE(aircraftDrawn);
+    EXPECT_EQ(bar.substr(0, 8), "ONE  BRG") << bar;
+    EXPECT_NE(bar.find("\xC2\xB0M  38.6 nm"), std::string::npos) << bar;
+}
+
+TEST_F(MapInFlightTest, TheBurntRouteFollowsThePlan) {
+    Fly(50, 5);
+    Paint(true);
+    const std::size_t loads = graphics.loaded.size();
+    Paint(true);
+    EXPECT_EQ(graphics.loaded.size(), loads) << "an unchanged route keeps the chart";
+    EXPECT_EQ(g_app.MapBurntRoute, RouteToBurn(ReadPlanSectors()));
+
+    // A sector added: the chart is drawn again with both legs.
+    AddSector(2, 50 * 6000, 6 * 6000, 51 * 6000, 7 * 6000, u"TWO");
+    Paint(true);
+    EXPECT_EQ(graphics.loaded.size(), loads + 1);
+    EXPECT_EQ(g_app.MapBurntRoute.size(), 8u);
+
+    // A direct-to adds its leg, its end takes it away again.
+    g_app.DirectToTargetLatitude = 51 * 6000;
+    g_app.DirectToTargetLongitude = 7 * 6000;
+    g_app.DirectToStartLatitude = 50 * 6000;
+    g_app.DirectToStartLongitude = 5 * 6000;
+    Paint(true);
+    EXPECT_EQ(g_app.MapBurntRoute.size(), 12u);
+    g_app.DirectToStartLatitude = 0;
+    Paint(true);
+    EXPECT_EQ(g_app.MapBurntRoute.size(), 8u);
+    EXPECT_EQ(graphics.loaded.size(), loads + 3);
+
+    // A chart loaded outside the MAP view (Maps, Load) carries no route: the view draws it.
+    g_app.ViewMode = kViewMapEdit;
+    ASSERT_EQ(LoadMapBitmap(kDetail), 0);
+    EXPECT_FALSE(g_app.MapRouteBurnt);
+    g_app.ViewMode = kViewMap;
+    Paint(true);
+    EXPECT_TRUE(g_app.MapRouteBurnt);
+    EXPECT_EQ(g_app.MapBurntRoute.size(), 8u);
 }
 
 }  // namespace

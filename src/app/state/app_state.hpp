@@ -126,6 +126,12 @@ struct AppState {
     std::int32_t MapWidth = 0;
     std::int32_t MapHeight = 0;
     std::array<double, 13> MapCalibration{};
+    // The route burnt into MapBitmap (start and end of each leg, then a direct-to leg), so that
+    // a paint can tell when the plan changed under the chart; empty when none was burnt.
+    std::vector<std::int32_t> MapBurntRoute;
+    bool MapRouteBurnt = false;
+    // No chart has been chosen for a real fix yet: the first fix chooses one whatever is shown.
+    bool MapAwaitingFix = true;
     // Where the aircraft is normally drawn in the 240 x 240 chart area, the chart pixel drawn
     // there, where the symbol really goes (chart-area coordinates) and the slack allowed beyond
     // the right and bottom edges at zoom 1.
@@ -178,8 +184,9 @@ struct AppState {
     WideBuf<256> PortDevice;
     // The open receiver port; null when closed. Closing it ends the reader.
     std::shared_ptr<platform::ByteSource> GpsPort;
-    // Index of the sector being flown (0 = first); the feeds reset it, the views advance it.
-    std::uint32_t ActiveSectorIndex = 0;
+    // Index of the sector being flown (0 = first); the feeds reset it, the views advance it and
+    // the simulator follows it when a direct-to ends.
+    std::atomic<std::uint32_t> ActiveSectorIndex{0};
     // PublishedFix's sequence when the present feed started: only later fixes sequence the plan.
     std::uint64_t FeedStartSequence = 0;
     // Playback waits 100 ms between lines instead of 1000.
@@ -191,6 +198,11 @@ struct AppState {
     std::atomic<std::int32_t> DirectToStartLatitude{0};
     std::atomic<std::int32_t> DirectToStartLongitude{0};
     std::atomic<std::int32_t> DirectToCourse{0};
+    // The waypoint a direct-to flies to (user-interface thread only): what the readouts name and
+    // measure to while the direct-to is active.
+    std::u16string DirectToName;
+    std::int32_t DirectToTargetLatitude = 0;
+    std::int32_t DirectToTargetLongitude = 0;
     // Distance flown on the current simulated leg, radians of arc (simulator thread only).
     double SimulatedDistance = 0.0;
     // Simulator steps since the simulation started, and its screen position and offsets.
