@@ -1,6 +1,7 @@
 #include "aircraft/fuel_plan_dialog.hpp"
 
 #include <cstdio>
+#include <limits>
 
 #include "app/state/app_state.hpp"
 #include "platform/numeric.hpp"
@@ -46,21 +47,26 @@ void SetTitle(std::string_view title) {
 
 }  // namespace
 
-std::string FuelUnitsLabel(unsigned code) {
+std::string FuelUnitName(unsigned code) {
     switch (code) {
         case 1:
-            return "Fuel units: lb";
+            return "lb";
         case 2:
-            return "Fuel units: kg";
+            return "kg";
         case 3:
-            return "Fuel units: ltr";
+            return "ltr";
         case 4:
-            return "Fuel units: Impgal";
+            return "Impgal";
         case 5:
-            return "Fuel units: Usgal";
+            return "Usgal";
         default:
             return {};
     }
+}
+
+std::string FuelUnitsLabel(unsigned code) {
+    std::string unit = FuelUnitName(code);
+    return unit.empty() ? unit : "Fuel units: " + unit;
 }
 
 void FuelPlanDialog::Open() {
@@ -68,27 +74,30 @@ void FuelPlanDialog::Open() {
     if (g_app.FuelUnits >= 1 && g_app.FuelUnits <= 5)
         units_ = FuelUnitsLabel(g_app.FuelUnits);
 
-    double climb = 0.0, cruise = 0.0, descent = 0.0;
+    // By phase: 0 climb, 1 cruise, 2 descent.
+    double sums[3] = {0.0, 0.0, 0.0};
+    bool flyable[3] = {true, true, true};
     std::uint32_t count = 0;
     DbHandle h = OpenDatabase(g_app.ActivePlanName.view(), schema::kSecNumber, &count);
     if (h && count != 0) {
         SectorRecord s;
         while (ReadSector(h, kFromCurrent, 0, s) != 0) {
-            if (s.Phase == 1)
-                climb += s.Fuel;
-            else if (s.Phase == 2)
-                cruise += s.Fuel;
-            else if (s.Phase == 3)
-                descent += s.Fuel;
+            if (s.Phase >= 1 && s.Phase <= 3) {
+                sums[s.Phase - 1] += s.Fuel;
+                // A headwind at or above the airspeed leaves a negative or endless fuel figure.
+                if (s.GroundSpeed <= 0)
+                    flyable[s.Phase - 1] = false;
+            }
             s = SectorRecord{};
         }
-        climb_ = Format("%1.1f", climb);
-        cruise_ = Format("%1.1f", cruise);
-        descent_ = Format("%1.1f", descent);
+        std::string* fields[3] = {&climb_, &cruise_, &descent_};
+        for (int p = 0; p < 3; ++p)
+            *fields[p] = flyable[p] ? Format("%1.1f", sums[p]) : std::string(kUnknownFuel);
     }
     taxi_ = Format("%1.1f", g_app.TaxiFuel);
-    trip_ = descent + cruise + climb;
-    g_app.PlanTripFuel = trip_;
+    flyable_ = flyable[0] && flyable[1] && flyable[2];
+    trip_ = sums[2] + sums[1] + sums[0];
+    g_app.PlanTripFuel = TripOrNan();
 
     unsigned total = 0;
     if (g_app.FuelCalc == 1) {
@@ -100,10 +109,10 @@ void FuelPlanDialog::Open() {
     } else {
         calculate_ = false;
         inTanks_ = "0";
-        reserve_ = Format("%1.0f", -g_app.TaxiFuel - trip_);
+        reserve_ = flyable_ ? Format("%1.0f", -g_app.TaxiFuel - trip_) : std::string(kUnknownFuel);
         total = 0;
     }
-    StoreResults(total);
+    StoreResults(total, flyable_ || !calculate_);
 }
 
 void FuelPlanDialog::ChooseCalculate() {
@@ -144,19 +153,25 @@ void FuelPlanDialog::RecalculateFromHolding() {
     unsigned total = static_cast<unsigned>(
                          TruncInt32(trip_ * contingency * 0.01 + trip_ + g_app.TaxiFuel + 0.5)) +
                      holding;
-    StoreResults(total);
+    StoreResults(total, flyable_);
 }
 
 void FuelPlanDialog::RecalculateFromInTanks() {
     unsigned inTanks = UnsignedEntry(inTanks_);
-    reserve_ = Format("%1.0f", inTanks - g_app.TaxiFuel - trip_);
-    StoreResults(inTanks);
+    reserve_ =
+        flyable_ ? Format("%1.0f", inTanks - g_app.TaxiFuel - trip_) : std::string(kUnknownFuel);
+    StoreResults(inTanks, true);
 }
 
-void FuelPlanDialog::StoreResults(unsigned total) {
-    total_ = std::to_string(total);
-    g_app.PlanTripFuel = trip_;
-    g_app.PlanTotalFuel = total;
+void FuelPlanDialog::StoreResults(unsigned total, bool known) {
+    // An unflyable sector makes the sums meaningless: no figure rather than a wrapped one.
+    total_ = known ? std::to_string(total) : std::string(kUnknownFuel);
+    g_app.PlanTripFuel = TripOrNan();
+    g_app.PlanTotalFuel = known ? total : 0;
+}
+
+double FuelPlanDialog::TripOrNan() const {
+    return flyable_ ? trip_ : std::numeric_limits<double>::quiet_NaN();
 }
 
 }  // namespace aerix

@@ -40,19 +40,31 @@ class FuelPlanDialog {
     bool CalculateFieldsShown() const { return calculate_; }
     bool LoadedFieldsShown() const { return !calculate_; }
     double TripFuel() const { return trip_; }
+    // False when a sector the sums count cannot be flown (its ground speed is 0 kt or less):
+    // its phase, the total and the reserve then show dashes instead of a figure.
+    bool Flyable() const { return flyable_; }
 
   private:
     void RecalculateFromHolding();
     void RecalculateFromInTanks();
-    void StoreResults(unsigned total);
+    // known: the total is a figure; otherwise it shows dashes and PlanTotalFuel is 0.
+    void StoreResults(unsigned total, bool known);
+    // The trip fuel for g_app.PlanTripFuel: not a number when a sector cannot be flown.
+    double TripOrNan() const;
 
     std::string units_, climb_, cruise_, descent_, taxi_, total_, reserve_;
     std::string holding_, contingency_, inTanks_;
     bool calculate_ = true;
     double trip_ = 0.0;
+    bool flyable_ = true;
 };
+
+// What the fuel plan and the flight log show for a fuel figure they cannot give.
+inline constexpr std::string_view kUnknownFuel = "---";
 
 // "Fuel units: lb" ... "Fuel units: Usgal" for codes 1 to 5; empty otherwise.
 std::string FuelUnitsLabel(unsigned code);
+// The unit alone: "lb" ... "Usgal"; empty for an unknown code.
+std::string FuelUnitName(unsigned code);
 
 }  // namespace aerix

@@ -1,5 +1,6 @@
 #include "planning/flight_log.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 
@@ -20,6 +21,18 @@ std::string Format(const char* format, double value) {
     return buf;
 }
 
+// "°T" in the window, "T" on a terminal.
+std::string Reference(LogStyle style, char reference) {
+    return (style == LogStyle::kWindow ? "\u00B0" : "") + std::string(1, reference);
+}
+
+// Whole degrees, three digits, with the reference.
+std::string Direction(double degrees, LogStyle style, char reference) {
+    if (!std::isfinite(degrees))
+        return "---";
+    return Format("%03.0f", degrees) + Reference(style, reference);
+}
+
 std::string NameOr(const std::u16string& name, const std::u16string& ident) {
     return Utf16ToUtf8(name.empty() ? ident : name);
 }
@@ -35,29 +48,53 @@ std::string FlightLogRow::To() const {
 std::string FlightLogRow::Altitude() const {
     return Utf16ToUtf8(sector.AltitudeText);
 }
-std::string FlightLogRow::Wind() const {
-    return Utf16ToUtf8(sector.WindText);
+std::string FlightLogRow::Wind(LogStyle style) const {
+    // Stored as "ddd/ss": the direction (true, from) and the speed in knots.
+    std::string text = Utf16ToUtf8(sector.WindText);
+    auto slash = text.find('/');
+    if (slash == std::string::npos)
+        return text;
+    return text.substr(0, slash) + Reference(style, 'T') + "/" + text.substr(slash + 1) +
+           (style == LogStyle::kWindow ? "kt" : "");
 }
 std::string FlightLogRow::Tas() const {
     return std::to_string(sector.TrueAirspeed);
 }
-std::string FlightLogRow::TrueCourse() const {
-    return Format("%03.0f", sector.TrueCourse);
+std::string FlightLogRow::TrueCourse(LogStyle style) const {
+    return Direction(sector.TrueCourse, style, 'T');
 }
-std::string FlightLogRow::MagHeading() const {
-    return Format("%03.0f", sector.MagneticHeading);
+std::string FlightLogRow::MagHeading(LogStyle style) const {
+    return Direction(sector.MagneticHeading, style, 'M');
 }
 std::string FlightLogRow::Distance() const {
     return Format("%.1f", sector.Distance);
 }
-std::string FlightLogRow::GroundSpeed() const {
+std::string FlightLogRow::GroundSpeed(LogStyle style) const {
+    if (!Flyable())
+        return style == LogStyle::kWindow ? "GS \u2264 0" : "GS <= 0";
     return std::to_string(sector.GroundSpeed);
 }
 std::string FlightLogRow::Time() const {
-    return FormatLogTime(sector.Time);
+    return Flyable() ? FormatLogTime(sector.Time) : std::string(kNoTime);
 }
 std::string FlightLogRow::Fuel() const {
-    return Format("%.1f", sector.Fuel);
+    return Flyable() ? Format("%.1f", sector.Fuel) : std::string(kNoFuel);
+}
+
+bool FlightLog::Flyable() const {
+    for (const FlightLogRow& r : rows)
+        if (!r.Flyable())
+            return false;
+    return true;
+}
+std::string FlightLog::TotalDistance() const {
+    return Format("%.1f", totalDistance);
+}
+std::string FlightLog::TotalTime() const {
+    return Flyable() ? FormatLogTime(totalTime) : std::string(kNoTime);
+}
+std::string FlightLog::TotalFuel() const {
+    return Flyable() ? Format("%.1f", totalFuel) : std::string(kNoFuel);
 }
 
 std::string FormatLogTime(double minutes) {
@@ -112,26 +149,36 @@ std::string Numbers(const char* format, const std::string& a, const std::string&
     return line;
 }
 
-constexpr const char* kNumbers = " %6s %6s %4s %4s %4s %6s %4s %6s %6s\n";
-constexpr std::size_t kNameWidth = 22;
+constexpr const char* kNumbers = " %6s %8s %4s %4s %4s %6s %7s %6s %6s\n";
+// Names are as wide as the longest (a record keeps at most 35 characters).
+std::size_t NameWidth(const FlightLog& log) {
+    std::size_t width = 5;
+    for (const FlightLogRow& r : log.rows)
+        width = std::max({width, Utf8ToUtf16(r.From()).size(), Utf8ToUtf16(r.To()).size()});
+    return std::min<std::size_t>(width, 35);
+}
 
 }  // namespace
 
-std::string FlightLogTable(const FlightLog& log) {
+std::string FlightLogTable(const FlightLog& log, std::string_view fuelUnit) {
+    const std::size_t nameWidth = NameWidth(log);
     std::string out =
-        "  #   " + Column("From", kNameWidth) + " " + Column("To", kNameWidth) +
+        "  #   " + Column("From", nameWidth) + " " + Column("To", nameWidth) +
         Numbers(kNumbers, "Alt", "Wind", "TAS", "TC", "MH", "Dist", "GS", "Time", "Fuel");
+    out += "      " + Column("", nameWidth) + " " + Column("", nameWidth) +
+           Numbers(kNumbers, "ft", "T/kt", "kt", "", "", "nm", "kt", "h:mm", std::string(fuelUnit));
     for (const FlightLogRow& r : log.rows) {
         char number[16];
         std::snprintf(number, sizeof number, "%c %-3d ", r.active ? '>' : ' ',
                       r.sector.SectorNumber);
-        out += number + Column(r.From(), kNameWidth) + " " + Column(r.To(), kNameWidth) +
-               Numbers(kNumbers, r.Altitude(), r.Wind(), r.Tas(), r.TrueCourse(), r.MagHeading(),
-                       r.Distance(), r.GroundSpeed(), r.Time(), r.Fuel());
+        out += number + Column(r.From(), nameWidth) + " " + Column(r.To(), nameWidth) +
+               Numbers(kNumbers, r.Altitude(), r.Wind(LogStyle::kConsole), r.Tas(),
+                       r.TrueCourse(LogStyle::kConsole), r.MagHeading(LogStyle::kConsole),
+                       r.Distance(), r.GroundSpeed(LogStyle::kConsole), r.Time(), r.Fuel());
     }
-    out += "      " + Column("Total", kNameWidth) + " " + Column("", kNameWidth) +
-           Numbers(kNumbers, "", "", "", "", "", Format("%.1f", log.totalDistance), "",
-                   FormatLogTime(log.totalTime), Format("%.1f", log.totalFuel));
+    out += "      " + Column("Total", nameWidth) + " " + Column("", nameWidth) +
+           Numbers(kNumbers, "", "", "", "", "", log.TotalDistance(), "", log.TotalTime(),
+                   log.TotalFuel());
     return out;
 }
 

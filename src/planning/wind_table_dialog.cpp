@@ -13,7 +13,7 @@ namespace aerix {
 
 namespace {
 
-constexpr const char* kLabels[] = {"Altitude (ft)", "Direction (deg)", "Speed (kt)",
+constexpr const char* kLabels[] = {"Altitude (ft)", "Direction (deg true)", "Speed (kt)",
                                    "Temperature (deg)"};
 
 // A field's 32-bit figure: signed, or the unsigned form the edit dialog shows a negative in.
@@ -122,9 +122,9 @@ void WindTableDialog::Delete() {
     Refresh();
 }
 
-int WindTableDialog::Ok() {
+int WindTableDialog::Close(int code) {
     RecomputePlan(0);
-    return 1;
+    return code;
 }
 
 }  // namespace aerix

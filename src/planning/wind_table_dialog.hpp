@@ -63,8 +63,11 @@ class WindTableDialog {
     // Delete: only with a line selected; refused below three rows with "Cannot have less than 3
     // wind table records".
     void Delete();
-    // OK: recomputes the active plan with the new winds; returns 1.
-    int Ok();
+    // OK, the X, Escape or the window closed: however the dialog ends, the active plan is
+    // recomputed with the new winds, so that no sector keeps a heading, ground speed, time or
+    // fuel from the old ones. Returns code.
+    int Close(int code);
+    int Ok() { return Close(1); }
 
   private:
     std::vector<std::string> lines_;

@@ -80,7 +80,7 @@ class SectorWidget : public DialogFrame {
         altitude_ = new QLineEdit(ToQString(model_.AltitudeText()), this);
         altitude_->setObjectName("altitude");
         figures->addWidget(altitude_);
-        figures->addWidget(new QLabel(QStringLiteral("Var (W+)"), this));
+        figures->addWidget(new QLabel(QStringLiteral("Var (\u00B0 W+)"), this));
         variation_ = new QLineEdit(this);
         variation_->setObjectName("variation");
         figures->addWidget(variation_);
@@ -218,7 +218,7 @@ class WindEditWidget : public DialogFrame {
         auto* form = new QFormLayout;
         static constexpr const char* kNames[] = {"altitude", "direction", "speed", "temperature"};
         const QString labels[] = {
-            QStringLiteral("Altitude (ft)"), QStringLiteral("Direction (\u00B0)"),
+            QStringLiteral("Altitude (ft)"), QStringLiteral("Direction (\u00B0T)"),
             QStringLiteral("Speed (kt)"), QStringLiteral("Temperature (\u00B0C)")};
         for (int f = 0; f < WindEditDialog::kFieldCount; ++f) {
             auto field = static_cast<WindEditDialog::Field>(f);
@@ -251,7 +251,7 @@ class WindTableWidget : public DialogFrame {
         fixed.setStyleHint(QFont::TypeWriter);
         // 37 characters a line must fit the 240-pixel screen.
         fixed.setPixelSize(9);
-        auto* heading = new QLabel(QStringLiteral("Alt (ft)      Dir        Kt        °C"), this);
+        auto* heading = new QLabel(QStringLiteral("Alt (ft)      Dir°T      Kt        °C"), this);
         heading->setFont(fixed);
         heading->setIndent(3);
         Body()->addWidget(heading);
@@ -290,7 +290,9 @@ class WindTableWidget : public DialogFrame {
     }
 
   protected:
-    bool OnOk() override { return model_.Ok() == 1; }
+    bool OnOk() override { return model_.Close(kDialogOk) == kDialogOk; }
+    // The X, Escape and closing the window all come here.
+    void OnClose() override { model_.Close(kDialogCancel); }
 
   private:
     void RunEdit(WindEditDialog& edit) {

@@ -146,8 +146,10 @@ void AddWind(CLI::App& app, ToolContext& ctx) {
     });
 }
 
-// FROM or TO: "LAT,LON" in decimal degrees, else a waypoint of the navigation database. An exact
-// name or ident wins over partial matches.
+// FROM or TO: "LAT,LON" in decimal degrees, else a waypoint of the navigation database, searched
+// by name (by ident with --icao, as the dialogs do with IcaoSearch). When no name matches, an
+// ident typed without --icao is taken if it matches exactly. An exact name or ident wins over
+// partial matches.
 SectorEnd Resolve(ToolContext& ctx, const std::string& text) {
     if (text.find(',') != std::string::npos) {
         if (auto end = SectorEndAt(text))
@@ -157,6 +159,13 @@ SectorEnd Resolve(ToolContext& ctx, const std::string& text) {
     std::size_t before = ctx.Ui().BoxTexts().size();
     std::u16string wide = Utf8ToUtf16(text);
     auto found = SearchWaypoints(wide);
+    if (found.empty() && g_app.IcaoSearch == 0 && ctx.Ui().BoxTexts().size() == before) {
+        g_app.IcaoSearch = 1;
+        for (auto& w : SearchWaypoints(wide))
+            if (w.Ident == wide)
+                found.push_back(std::move(w));
+        g_app.IcaoSearch = 0;
+    }
     if (found.empty()) {
         if (ctx.Ui().BoxTexts().size() > before)
             FailWithBox(ctx, before, "");
@@ -192,6 +201,7 @@ struct SectorArgs {
     std::string from, to, alt, phase, variation, db;
     bool stillAir = false;
     bool wind = false;
+    bool icao = false;
 };
 
 void AddSectorOptions(CLI::App* cmd, SectorArgs& a, bool required) {
@@ -208,6 +218,9 @@ void AddSectorOptions(CLI::App* cmd, SectorArgs& a, bool required) {
     cmd->add_option("--variation", a.variation,
                     "Magnetic variation, degrees west positive (default: the magnetic model)");
     cmd->add_option("--db", a.db, "Navigation database to search (default: the current one)");
+    cmd->add_flag("--icao", a.icao,
+                  "Waypoints are searched by ICAO ident (as with IcaoSearch on); without it an "
+                  "ident is taken when it matches exactly and no name matches");
 }
 
 void ApplySectorOptions(ToolContext& ctx, SectorDialog& d, const SectorArgs& a) {
@@ -257,6 +270,8 @@ void UseDb(const SectorArgs& a) {
         throw ToolFailure("no active plan: make one with plan new NAME");
     if (!a.db.empty())
         g_app.NavDatabaseName.assign(Utf8ToUtf16(a.db));
+    // The setting is back to 0 at every start, so a run of the tool chooses it itself.
+    g_app.IcaoSearch = a.icao ? 1 : 0;
 }
 
 bool IsPlan(const std::string& name) {
@@ -264,11 +279,26 @@ bool IsPlan(const std::string& name) {
     return std::find(plans.begin(), plans.end(), Utf8ToUtf16(name)) != plans.end();
 }
 
+// A sector that cannot be flown, or totals that include one, give dashes, not figures.
 Json TotalsJson(const FlightLog& log) {
-    return {{"sectors", log.rows.size()},
-            {"distance", log.totalDistance},
-            {"time", log.totalTime},
-            {"fuel", log.totalFuel}};
+    Json totals{{"sectors", log.rows.size()}, {"distance", log.totalDistance}};
+    totals["time"] = log.Flyable() ? Json(log.totalTime) : Json(std::string(kNoTime));
+    totals["fuel"] = log.Flyable() ? Json(log.totalFuel) : Json(std::string(kNoFuel));
+    return totals;
+}
+
+// The sector as the flight log reads it, every direction with its reference in the key.
+Json LogJson(const FlightLogRow& r) {
+    constexpr auto kText = LogStyle::kConsole;
+    return {{"from", r.From()},
+            {"to", r.To()},
+            {"windTrue", r.Wind(kText)},
+            {"trueCourse", r.TrueCourse(kText)},
+            {"magneticHeading", r.MagHeading(kText)},
+            {"distance", r.Distance()},
+            {"groundSpeed", r.GroundSpeed(kText)},
+            {"time", r.Time()},
+            {"fuel", r.Fuel()}};
 }
 
 void PrintPlan(ToolContext& ctx) {
@@ -276,7 +306,7 @@ void PrintPlan(ToolContext& ctx) {
     if (!ctx.Out().IsJson()) {
         std::cout << "Plan " << g_app.ActivePlanName.utf8() << ", aircraft "
                   << g_app.AircraftReg.utf8() << "\n"
-                  << FlightLogTable(log);
+                  << FlightLogTable(log, FuelUnitName(g_app.FuelUnits));
         return;
     }
     // Each sector shaped as "db dump" prints a record, then the totals.
@@ -284,7 +314,7 @@ void PrintPlan(ToolContext& ctx) {
                                                  g_app.ActivePlanName.view(), schema::kSecNumber,
                                                  platform::kOpenAutoIncrement);
     std::vector<PropVal> props;
-    while (h) {
+    for (std::size_t row = 0; h; ++row) {
         platform::CeOid oid = h.Read(props);
         if (oid == 0)
             break;
@@ -304,7 +334,10 @@ void PrintPlan(ToolContext& ctx) {
             line += (i ? ", \"" : "\"") + std::to_string(platform::PropNumber(props[i].propId)) +
                     "\": " + value.dump(-1, ' ', false, Json::error_handler_t::replace);
         }
-        std::cout << line << "}}\n";
+        line += "}";
+        if (row < log.rows.size())
+            line += ", \"log\": " + DumpJson(LogJson(log.rows[row]));
+        std::cout << line << "}\n";
     }
     ctx.Out().Emit(TotalsJson(log));
 }
@@ -494,8 +527,10 @@ void AddFuel(CLI::App& app, ToolContext& ctx) {
             out["reserve"] = d.Reserve();
         }
         out["total"] = d.Total();
-        out["tripFuel"] = g_app.PlanTripFuel;
-        out["totalFuel"] = g_app.PlanTotalFuel;
+        // A sector that cannot be flown leaves no trip figure, and no total to load.
+        out["tripFuel"] = d.Flyable() ? Json(g_app.PlanTripFuel) : Json(std::string(kUnknownFuel));
+        out["totalFuel"] = d.Flyable() || !d.CalculateChecked() ? Json(g_app.PlanTotalFuel)
+                                                                : Json(std::string(kUnknownFuel));
         d.Close(1);
         ctx.Out().Emit(out);
     });

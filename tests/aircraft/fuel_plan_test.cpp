@@ -18,19 +18,21 @@ class FuelPlanTest : public ::testing::Test {
         CreatePlanDatabase(u"Trip");
         g_app.ActivePlanName.assign(u"Trip");
     }
-    // Sectors with only phase and fuel: what the fuel plan reads.
-    void Sectors(std::initializer_list<std::pair<std::int16_t, double>> phaseFuel) {
+    // Sectors with only phase, fuel and ground speed: what the fuel plan reads.
+    void Sectors(std::initializer_list<std::pair<std::int16_t, double>> phaseFuel,
+                 std::int16_t groundSpeed = 100) {
         DbHandle h = OpenDatabase(u"Trip", schema::kSecNumber);
-        std::int16_t n = 1;
         for (auto [phase, fuel] : phaseFuel) {
             SectorRecord s;
-            s.SectorNumber = n++;
+            s.SectorNumber = next_++;
             s.Phase = phase;
             s.Fuel = fuel;
+            s.GroundSpeed = groundSpeed;
             WriteSector(h, s, 0);
         }
     }
     TestPlatform platform_;
+    std::int16_t next_ = 1;
 };
 
 TEST_F(FuelPlanTest, TheCurrentAircraftIsLoadedAtStartAndWhenChosen) {
@@ -110,6 +112,28 @@ TEST_F(FuelPlanTest, LoadedModeShowsTheReserve) {
     d.ChooseLoaded();
     EXPECT_EQ(g_app.FuelCalc, 0);
     EXPECT_EQ(d.Total(), "40");
+}
+
+// A headwind faster than the aircraft leaves a negative ground speed, time and fuel: the phase
+// and every figure built on it show dashes, never a negative or wrapped number.
+TEST_F(FuelPlanTest, ASectorThatCannotBeFlownLeavesNoFigures) {
+    g_app.TaxiFuel = 1.0;
+    Sectors({{1, 3.0}});
+    Sectors({{2, -9.2}}, -35);
+    FuelPlanDialog d;
+    d.Open();
+    EXPECT_EQ(d.Climb(), "3.0");
+    EXPECT_EQ(d.Cruise(), "---");
+    EXPECT_EQ(d.Total(), "---");
+    EXPECT_EQ(g_app.PlanTotalFuel, 0u);
+    d.SetContingency("10");
+    d.SetHolding("5");
+    EXPECT_EQ(d.Total(), "---");
+    d.ChooseLoaded();
+    d.SetInTanks("40");
+    EXPECT_EQ(d.Reserve(), "---");
+    EXPECT_EQ(d.Total(), "40");  // what is in the tanks stays a figure
+    EXPECT_EQ(g_app.PlanTotalFuel, 40u);
 }
 
 TEST_F(FuelPlanTest, AnEmptyPlanLeavesThePhaseFieldsAndTotalsTheTaxiFuel) {

@@ -12,10 +12,10 @@ using Dialog = PreferencesDialog;
 
 // The flag behind each box, in the dialog's order.
 std::uint8_t& Flag(int box) {
-    std::uint8_t* flags[] = {
-        &g_app.ShowLatLonMap, &g_app.ShowLatLonHsi,    &g_app.EnableHotKeys,
-        &g_app.ShowScaleMap,  &g_app.ShowScaleHsi,     &g_app.ShowAirspace,
-        &g_app.RecordGpsData, &g_app.OverwriteGpsData, &g_app.ShowTrackPointer};
+    std::uint8_t* flags[] = {&g_app.ShowLatLonMap, &g_app.ShowLatLonHsi,    &g_app.EnableHotKeys,
+                             &g_app.ShowScaleMap,  &g_app.ShowScaleHsi,     &g_app.ShowAirspace,
+                             &g_app.RecordGpsData, &g_app.OverwriteGpsData, &g_app.ShowTrackPointer,
+                             &g_app.IcaoSearch};
     return *flags[box];
 }
 
@@ -37,14 +37,15 @@ TEST_F(PreferencesTest, BoxIsCheckedOnlyWhenItsFlagIsExactlyOne) {
 }
 
 TEST_F(PreferencesTest, OkCopiesEveryBoxButTheHotKeyBox) {
-    const std::uint8_t initial[] = {1, 2, 2, 1, 0, 2, 1, 0, 1};  // 2 shows as clear
+    const std::uint8_t initial[] = {1, 2, 2, 1, 0, 2, 1, 0, 1, 0};  // 2 shows as clear
     for (int b = 0; b < Dialog::kBoxCount; ++b)
         Flag(b) = initial[b];
     dialog.Open();
     dialog.Click(Dialog::kLatLonHsi);  // clear -> checked
     dialog.Click(Dialog::kScaleMap);   // checked -> clear
+    dialog.Click(Dialog::kIcaoSearch);
     EXPECT_EQ(dialog.Ok(), 1);
-    const std::uint8_t expected[] = {1, 1, 2, 0, 0, 0, 1, 0, 1};
+    const std::uint8_t expected[] = {1, 1, 2, 0, 0, 0, 1, 0, 1, 1};
     for (int b = 0; b < Dialog::kBoxCount; ++b)
         EXPECT_EQ(Flag(b), expected[b]) << Dialog::kLabels[b];
     EXPECT_EQ(p.Ui().Titles(), (std::vector<std::string>{"Preferences", "Aerix"}));

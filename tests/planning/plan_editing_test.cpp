@@ -202,8 +202,10 @@ TEST_F(PlanEditingTest, FlightLogRowsAndTotals) {
     const FlightLogRow& r = log.rows[0];
     EXPECT_EQ(r.From(), "A1");
     EXPECT_EQ(r.To(), "B1");
-    EXPECT_EQ(r.Wind(), "000/00");
-    EXPECT_EQ(r.TrueCourse(), "090");
+    EXPECT_EQ(r.Wind(), "000°T/00kt");
+    EXPECT_EQ(r.Wind(LogStyle::kConsole), "000T/00");
+    EXPECT_EQ(r.TrueCourse(), "090°T");
+    EXPECT_EQ(r.MagHeading(LogStyle::kConsole), "090M");
     EXPECT_EQ(r.Distance(), "60.0");
     EXPECT_EQ(r.GroundSpeed(), "114");
     EXPECT_EQ(r.Time(), "0:32");

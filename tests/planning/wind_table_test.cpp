@@ -77,7 +77,7 @@ TEST_F(WindTableTest, ListLinesAndEditingKeepTheRowsAsTyped) {
     bad.SetText(WindEditDialog::kDirection, "70000");
     EXPECT_FALSE(bad.Ok());
     EXPECT_EQ(platform_.Ui().BoxTexts().back(),
-              "Direction (deg): enter a whole number from -32768 to 32767");
+              "Direction (deg true): enter a whole number from -32768 to 32767");
     EXPECT_EQ(d.Lines().size(), 4u);
 
     // Cancel writes nothing; OK with any integers stores them, sorted by altitude.

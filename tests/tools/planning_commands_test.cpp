@@ -76,7 +76,7 @@ TEST_F(PlanningCommands, ThreeSectorTripShowsAFlightLog) {
 
     ToolRun table = Ok("plan show");
     EXPECT_NE(table.out.find("Total"), std::string::npos);
-    EXPECT_NE(table.out.find("116/18"), std::string::npos);
+    EXPECT_NE(table.out.find("116T/18"), std::string::npos);
 
     // Fuel plan from the same sectors: G-CESS taxi 1.0 US gal.
     Json fuel = Lines(Ok("--json fuel --contingency 10 --holding 5").out).at(0);
@@ -101,6 +101,75 @@ TEST_F(PlanningCommands, ThreeSectorTripShowsAFlightLog) {
     EXPECT_EQ(lines[1]["props"]["414"], lines[0]["props"]["416"]);
     EXPECT_EQ(lines[1]["props"]["400"], 2);
     Fails("plan delete-sector 3");
+}
+
+TEST_F(PlanningCommands, HeadwindFasterThanTheAircraftShowsTheSectorAsImpossible) {
+    Ok("plan new Trip");
+    Ok("wind add 3000 270 150 5");  // 150 kt on the nose of a 114 kt Cessna going west
+    Ok("plan add-sector 51,0 51,-1 --alt 3000 --phase cruise --variation 0");
+    Ok("plan add-sector 51,-1 51,-2 --alt 3000 --phase cruise --variation 0 --still-air");
+
+    std::string table = Ok("plan show").out;
+    EXPECT_NE(table.find("270T/150"), std::string::npos) << table;
+    EXPECT_NE(table.find("GS <= 0"), std::string::npos) << table;
+    EXPECT_NE(table.find(" 270T 270M "), std::string::npos) << table;
+    EXPECT_NE(table.find("   114 "), std::string::npos) << table;  // the still-air sector
+    std::string total = table.substr(table.find("Total"));
+    EXPECT_NE(total.find("--:--"), std::string::npos) << total;
+    EXPECT_NE(total.find("---"), std::string::npos) << total;
+    EXPECT_EQ(table.find("-0:"), std::string::npos) << table;
+
+    auto lines = Lines(Ok("--json plan show").out);
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_EQ(lines[0]["log"], Json::parse(R"({"from": "N51°00.000 E000°00.000",
+        "to": "N51°00.000 W001°00.000", "windTrue": "270T/150", "trueCourse": "270T",
+        "magneticHeading": "270M", "distance": "37.8", "groundSpeed": "GS <= 0",
+        "time": "--:--", "fuel": "---"})"));
+    EXPECT_EQ(lines[1]["log"]["groundSpeed"], "114");
+    EXPECT_EQ(lines[2]["time"], "--:--");
+    EXPECT_EQ(lines[2]["fuel"], "---");
+
+    // The fuel plan names no figure built on the impossible sector, and never a wrapped total.
+    for (const char* args : {"fuel", "--json fuel"}) {
+        std::string out = Ok(args).out;
+        EXPECT_EQ(out.find("4294967"), std::string::npos) << out;
+    }
+    Json fuel = Lines(Ok("--json fuel --contingency 10").out).at(0);
+    EXPECT_EQ(fuel["cruise"], "---");
+    EXPECT_EQ(fuel["climb"], "0.0");
+    EXPECT_EQ(fuel["total"], "---");
+    EXPECT_EQ(fuel["totalFuel"], "---");
+    EXPECT_EQ(fuel["tripFuel"], "---");
+    Json loaded = Lines(Ok("--json fuel --in-tanks 40").out).at(0);
+    EXPECT_EQ(loaded["reserve"], "---");
+    EXPECT_EQ(loaded["total"], "40");
+
+    // A lighter wind makes it flyable again: figures everywhere.
+    Ok("wind edit 3 3000 270 50 5");
+    lines = Lines(Ok("--json plan show").out);
+    EXPECT_EQ(lines[0]["log"]["groundSpeed"], "64");
+    EXPECT_TRUE(lines[2]["time"].is_number());
+    // 35 min at 64 kt and 20 min at 114 kt, 8.5 US gal an hour, 1 of taxi: 8.8 rounded.
+    EXPECT_EQ(Lines(Ok("--json fuel").out).at(0)["totalFuel"], 9);
+}
+
+TEST_F(PlanningCommands, IcaoIdentsFindTheWorldsAirports) {
+    Ok("plan new Trip");
+    // No airport is named EGKK, so the idents are taken: Gatwick to Heathrow.
+    Ok("plan add-sector EGKK EGLL --alt 2000 --phase cruise --db World");
+    Ok("plan insert-sector 1 EGLF --icao --alt 2000 --phase cruise --db World");
+    auto lines = Lines(Ok("--json plan show").out);
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_EQ(lines[0]["log"]["from"], "London Gatwick Airport");
+    EXPECT_EQ(lines[0]["log"]["to"], "London Heathrow Airport");
+    EXPECT_EQ(lines[1]["log"]["to"], "Farnborough Airport");
+    EXPECT_EQ(lines[1]["props"]["404"], "EGLF");
+
+    // Without --icao only a whole ident stands in for a name; with it, part of one matches.
+    ToolRun part = Fails("plan add-sector EGLF EGK --alt 2000 --phase cruise --db World");
+    EXPECT_NE(part.err.find("no waypoint matches \"EGK\""), std::string::npos) << part.err;
+    ToolRun many = Fails("plan add-sector EGLF EGK --icao --alt 2000 --phase cruise --db World");
+    EXPECT_NE(many.err.find("London Gatwick Airport (EGKK)"), std::string::npos) << many.err;
 }
 
 TEST_F(PlanningCommands, PlansAndWindTable) {

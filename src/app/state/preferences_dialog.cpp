@@ -7,9 +7,17 @@ namespace aerix {
 
 std::uint8_t AppState::*PreferencesDialog::FlagOf(Box box) {
     static constexpr std::array<std::uint8_t AppState::*, kBoxCount> flags = {
-        &AppState::ShowLatLonMap, &AppState::ShowLatLonHsi,    &AppState::EnableHotKeys,
-        &AppState::ShowScaleMap,  &AppState::ShowScaleHsi,     &AppState::ShowAirspace,
-        &AppState::RecordGpsData, &AppState::OverwriteGpsData, &AppState::ShowTrackPointer,
+        &AppState::ShowLatLonMap,
+        &AppState::ShowLatLonHsi,
+        &AppState::EnableHotKeys,
+        &AppState::ShowScaleMap,
+        &AppState::ShowScaleHsi,
+        &AppState::ShowAirspace,
+        &AppState::RecordGpsData,
+        &AppState::OverwriteGpsData,
+        &AppState::ShowTrackPointer,
+        // Saved at exit like the others, but every start begins with it off.
+        &AppState::IcaoSearch,
     };
     return flags[box];
 }

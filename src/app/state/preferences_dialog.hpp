@@ -1,4 +1,5 @@
-// The Preferences dialog model: nine check boxes over the display, input and recording flags.
+// The Preferences dialog model: check boxes over the display, input and recording flags, and the
+// choice to search waypoints by ICAO ident.
 #pragma once
 
 #include <array>
@@ -21,15 +22,23 @@ class PreferencesDialog {
         kRecordGps,
         kOverwriteGps,
         kTrackPointer,
+        kIcaoSearch,
         kBoxCount
     };
 
     static constexpr std::string_view kTitle = "Preferences";
     // Labels in their order in the dialog.
     static constexpr std::array<std::string_view, kBoxCount> kLabels = {
-        "Show lat-long in MAP", "Show lat-long in AERIX/HSI",  "Use buttons to change views",
-        "Show scale in MAP",    "Show scale in AERIX/HSI",     "Show airspace in AERIX/HSI",
-        "Record GPS data",      "Overwrite existing GPS data", "Show Track pointer in map",
+        "Show lat-long in MAP",
+        "Show lat-long in AERIX/HSI",
+        "Use buttons to change views",
+        "Show scale in MAP",
+        "Show scale in AERIX/HSI",
+        "Show airspace in AERIX/HSI",
+        "Record GPS data",
+        "Overwrite existing GPS data",
+        "Show Track pointer in map",
+        "Search waypoints by ICAO code",
     };
 
     // Shows the title and checks each box whose flag is exactly 1.
