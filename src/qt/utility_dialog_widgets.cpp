@@ -33,7 +33,8 @@ QPushButton* AddButton(QBoxLayout* row, QWidget* owner, const QString& text, con
     return button;
 }
 
-// "Timer": the counters run from a timer of the model's period; only X closes it.
+// "Timer": a precise single-shot timer armed for the end of each period; the model counts from
+// the monotonic clock, so a late wake-up shows the right time and never drifts. Only X closes it.
 class TimerWidget : public DialogFrame {
   public:
     explicit TimerWidget(QWidget* parent)
@@ -53,14 +54,18 @@ class TimerWidget : public DialogFrame {
         Body()->addStretch(1);
         timer_ = new QTimer(this);
         timer_->setObjectName("tick");
+        timer_->setTimerType(Qt::PreciseTimer);
+        timer_->setSingleShot(true);
         timer_->setInterval(StopwatchDialog::kTimerPeriodMs);
         connect(timer_, &QTimer::timeout, this, [this] {
-            model_.Tick();
+            model_.Update();
             Show();
+            if (model_.Running())
+                timer_->start(static_cast<int>(model_.MsToNextTick()));
         });
         connect(start, &QPushButton::clicked, this, [this] {
             model_.Start();
-            timer_->start();  // a fresh period each Start
+            timer_->start(static_cast<int>(model_.MsToNextTick()));  // a fresh period each Start
             Show();
         });
         connect(stop, &QPushButton::clicked, this, [this] {
