@@ -126,5 +126,16 @@ TEST_F(DialogLayoutTest, ConversionsRefuseADecimalCommaAndTextAfterTheNumber) {
     });
 }
 
+TEST_F(DialogLayoutTest, WaypointFormFitsTheScreen) {
+    Run(Dialog::DatabaseAdd, [](QWidget* d) {
+        ExpectNothingCutOrOverlapping(d, "Add waypoint");
+        // The widest position form shows whole in its field.
+        auto* latitude = Find<QLineEdit>(d, "latitude");
+        EXPECT_GE(latitude->width(),
+                  latitude->fontMetrics().horizontalAdvance(latitude->placeholderText()));
+        Click(d, "close");
+    });
+}
+
 }  // namespace
 }  // namespace aerix::qt
