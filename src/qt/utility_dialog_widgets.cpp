@@ -44,7 +44,10 @@ class TimerWidget : public DialogFrame {
         display_->setObjectName("display");
         display_->setAlignment(Qt::AlignCenter);
         QFont large = font();
-        large.setPointSize(large.pointSize() * 2);
+        if (large.pixelSize() > 0)  // the program's font is sized in pixels
+            large.setPixelSize(large.pixelSize() * 2);
+        else
+            large.setPointSizeF(large.pointSizeF() * 2);
         display_->setFont(large);
         Body()->addWidget(display_);
         auto* row = new QHBoxLayout;

@@ -126,6 +126,13 @@ TEST_F(DialogLayoutTest, ConversionsRefuseADecimalCommaAndTextAfterTheNumber) {
     });
 }
 
+TEST_F(DialogLayoutTest, TimerShowsTheTimeInTwiceTheProgramsFont) {
+    Run(Dialog::Timer, [](QWidget* d) {
+        EXPECT_EQ(Find<QLabel>(d, "display")->font().pixelSize(), 22);
+        Click(d, "close");
+    });
+}
+
 TEST_F(DialogLayoutTest, WaypointFormFitsTheScreen) {
     Run(Dialog::DatabaseAdd, [](QWidget* d) {
         ExpectNothingCutOrOverlapping(d, "Add waypoint");
