@@ -18,7 +18,21 @@ std::string_view SkipBlanks(std::string_view text) {
     return text.substr(i);
 }
 
+std::string Format(double value, std::chars_format format, int precision) {
+    char buf[400];  // a fixed-point double can run to over 300 digits
+    auto result = std::to_chars(buf, buf + sizeof buf, value, format, precision);
+    return result.ec == std::errc() ? std::string(buf, result.ptr) : std::string();
+}
+
 }  // namespace
+
+std::string FormatFixed(double value, int decimals) {
+    return Format(value, std::chars_format::fixed, decimals);
+}
+
+std::string FormatGeneral(double value, int precision) {
+    return Format(value, std::chars_format::general, precision);
+}
 
 double TextToDouble(std::string_view text) {
     text = SkipBlanks(text);

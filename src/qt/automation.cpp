@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
@@ -95,10 +96,14 @@ void Automation::Step() {
                 tabs->setCurrentIndex(index);
         } else if (verb == "select" && words.size() == 3) {
             auto* list = Dialog() ? Dialog()->findChild<QListWidget*>(words[1]) : nullptr;
+            auto* combo = Dialog() ? Dialog()->findChild<QComboBox*>(words[1]) : nullptr;
             int row = words[2].toInt(&ok);
-            ok = ok && list && row >= 0 && row < list->count();
-            if (ok)
+            int rows = list ? list->count() : combo ? combo->count() : 0;
+            ok = ok && row >= 0 && row < rows;
+            if (ok && list)
                 list->setCurrentRow(row);
+            else if (ok)
+                combo->setCurrentIndex(row);
         } else if (verb == "key" && words.size() == 2) {
             frame_.Logic().OnKeyUp(words[1].toUInt(&ok));
         } else if (verb == "tap" && words.size() == 3) {

@@ -46,7 +46,9 @@ class NewDatabaseWidget : public DialogFrame {
     QLineEdit* name_;
 };
 
-// The waypoint form: every property, in a scrolling page; save decides whether it closes.
+// The waypoint form: every property, in a scrolling page; save decides whether it closes. On the
+// 240-pixel screen a label beside its field leaves the field too narrow for a position, and the
+// page would be wider than the view and cut at the right: each label goes above its field.
 class WaypointFormWidget : public DialogFrame {
   public:
     using Save = std::function<bool(const WaypointForm&)>;
@@ -58,6 +60,10 @@ class WaypointFormWidget : public DialogFrame {
         scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         auto* page = new QWidget(scroll);
         auto* layout = new QFormLayout(page);
+        layout->setRowWrapPolicy(QFormLayout::WrapAllRows);
+        layout->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+        layout->setContentsMargins(4, 4, 4, 4);
+        layout->setVerticalSpacing(2);
         Bind(layout, "Name", "name", &WaypointForm::name);
         Bind(layout, "Ident", "ident", &WaypointForm::ident);
         Bind(layout, "Latitude", "latitude", &WaypointForm::latitude)

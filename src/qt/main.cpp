@@ -14,6 +14,7 @@
 #include "app/state/app_state.hpp"
 #include "platform/services.hpp"
 #include "qt/automation.hpp"
+#include "qt/decimal_point.hpp"
 #include "qt/graphics/qt_graphics.hpp"
 #include "qt/main_frame.hpp"
 #include "qt/options.hpp"
@@ -88,6 +89,7 @@ int main(int argc, char** argv) {
         qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
 
     QApplication app(argc, argv);
+    qt::UseDecimalPoint();
     QApplication::setApplicationName(QStringLiteral("Aerix"));
     // The splash and the disclaimer close before the main window shows; only the exit sequence
     // ends the program.

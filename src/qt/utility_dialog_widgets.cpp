@@ -33,7 +33,8 @@ QPushButton* AddButton(QBoxLayout* row, QWidget* owner, const QString& text, con
     return button;
 }
 
-// "Timer": the counters run from a timer of the model's period; only X closes it.
+// "Timer": a precise single-shot timer armed for the end of each period; the model counts from
+// the monotonic clock, so a late wake-up shows the right time and never drifts. Only X closes it.
 class TimerWidget : public DialogFrame {
   public:
     explicit TimerWidget(QWidget* parent)
@@ -43,7 +44,10 @@ class TimerWidget : public DialogFrame {
         display_->setObjectName("display");
         display_->setAlignment(Qt::AlignCenter);
         QFont large = font();
-        large.setPointSize(large.pointSize() * 2);
+        if (large.pixelSize() > 0)  // the program's font is sized in pixels
+            large.setPixelSize(large.pixelSize() * 2);
+        else
+            large.setPointSizeF(large.pointSizeF() * 2);
         display_->setFont(large);
         Body()->addWidget(display_);
         auto* row = new QHBoxLayout;
@@ -53,14 +57,18 @@ class TimerWidget : public DialogFrame {
         Body()->addStretch(1);
         timer_ = new QTimer(this);
         timer_->setObjectName("tick");
+        timer_->setTimerType(Qt::PreciseTimer);
+        timer_->setSingleShot(true);
         timer_->setInterval(StopwatchDialog::kTimerPeriodMs);
         connect(timer_, &QTimer::timeout, this, [this] {
-            model_.Tick();
+            model_.Update();
             Show();
+            if (model_.Running())
+                timer_->start(static_cast<int>(model_.MsToNextTick()));
         });
         connect(start, &QPushButton::clicked, this, [this] {
             model_.Start();
-            timer_->start();  // a fresh period each Start
+            timer_->start(static_cast<int>(model_.MsToNextTick()));  // a fresh period each Start
             Show();
         });
         connect(stop, &QPushButton::clicked, this, [this] {
@@ -84,7 +92,9 @@ class TimerWidget : public DialogFrame {
     QTimer* timer_;
 };
 
-// "Conversions": a kind selector and the kind's fields, the others rewritten on each edit.
+// "Conversions": a kind selector and the kind's fields, each labelled with its unit; the others
+// are rewritten on each edit. A text that is not a number is named in the line below and
+// gets the error box when the pilot leaves the field.
 class ConversionsWidget : public ClosingModelFrame<ConversionsDialog> {
   public:
     explicit ConversionsWidget(QWidget* parent)
@@ -98,17 +108,33 @@ class ConversionsWidget : public ClosingModelFrame<ConversionsDialog> {
                          QStringLiteral("Fuel")});
         kind_->setCurrentIndex(model_.Kind() - 1);
         Body()->addWidget(kind_);
+        // A label that leaves its field too little room beside it on the 240-pixel screen (a
+        // larger font) puts the field on the row under it.
         form_ = new QFormLayout;
+        form_->setRowWrapPolicy(QFormLayout::WrapLongRows);
+        form_->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
         static constexpr const char* kNames[] = {"a", "b", "c", "sg", "kg", "lb"};
         for (int f = 0; f < ConversionsDialog::kFieldCount; ++f) {
             auto field = static_cast<ConversionsDialog::Field>(f);
-            fields_[f] = AddEntry(form_, QString(), kNames[f]);
+            labels_[f] = new QLabel(this);
+            labels_[f]->setObjectName(QString::fromUtf8(kNames[f]) + QStringLiteral("Label"));
+            fields_[f] = new QLineEdit(this);
+            fields_[f]->setObjectName(kNames[f]);
+            fields_[f]->setMaxLength(static_cast<int>(ConversionsDialog::kReadLength));
+            form_->addRow(labels_[f], fields_[f]);
             connect(fields_[f], &QLineEdit::textEdited, this, [this, field](const QString& text) {
                 model_.Edit(field, ToUtf8(text));
                 Show();
             });
+            connect(fields_[f], &QLineEdit::editingFinished, this,
+                    [this, field] { model_.Leave(field); });
         }
         Body()->addLayout(form_);
+        problem_ = new QLabel(this);
+        problem_->setObjectName("problem");
+        problem_->setWordWrap(true);
+        problem_->setStyleSheet(QStringLiteral("color: #c00000;"));
+        Body()->addWidget(problem_);
         Body()->addStretch(1);
         connect(kind_, &QComboBox::currentIndexChanged, this, [this](int index) {
             model_.SetKind(static_cast<ConversionKind>(index + 1));
@@ -121,18 +147,19 @@ class ConversionsWidget : public ClosingModelFrame<ConversionsDialog> {
     void Show() {
         for (int f = 0; f < ConversionsDialog::kFieldCount; ++f) {
             auto field = static_cast<ConversionsDialog::Field>(f);
-            bool visible = model_.Visible(field);
-            form_->setRowVisible(fields_[f], visible);
-            if (auto* label = qobject_cast<QLabel*>(form_->labelForField(fields_[f])))
-                label->setText(ToQString(model_.Label(field)));
+            form_->setRowVisible(fields_[f], model_.Visible(field));
+            labels_[f]->setText(ToQString(model_.Label(field)));
             QString text = ToQString(model_.Text(field));
             if (fields_[f]->text() != text)
                 fields_[f]->setText(text);
         }
+        problem_->setText(ToQString(model_.Problem()));
     }
 
     QComboBox* kind_;
     QFormLayout* form_;
+    QLabel* problem_;
+    std::array<QLabel*, ConversionsDialog::kFieldCount> labels_{};
     std::array<QLineEdit*, ConversionsDialog::kFieldCount> fields_{};
 };
 

@@ -7,6 +7,7 @@
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
 #include "platform/text.hpp"
+#include "platform/text_numbers.hpp"
 #include "store/nav_volume_scope.hpp"
 #include "store/record_store.hpp"
 #include "store/strict_number.hpp"
@@ -23,9 +24,7 @@ std::string Utf8(std::u16string_view text) {
 }
 
 std::string NumberText(double value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.10g", value);
-    return text;
+    return FormatGeneral(value, 10);
 }
 
 // A text field that must fit its width in the in-memory database.

@@ -148,7 +148,7 @@ void AddConvert(CLI::App& app, ToolContext& ctx) {
             std::string text = dialog.Text(f);
             if (f == *from) {  // the typed field, in the form the others take
                 char buf[400];
-                std::snprintf(buf, sizeof buf, "%1.2f", ReadConversionText(a->value));
+                std::snprintf(buf, sizeof buf, "%1.2f", ReadConversionText(a->value).value_or(0));
                 text = buf;
             }
             result[std::string(dialog.UnitCode(f))] = text;

@@ -1,11 +1,11 @@
 #include "utilities/conversions_dialog.hpp"
 
-#include <charconv>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 
+#include "platform/message_box.hpp"
 #include "platform/services.hpp"
+#include "platform/text_numbers.hpp"
+#include "utilities/entry_text.hpp"
 
 namespace aerix {
 
@@ -21,7 +21,7 @@ const KindLayout& LayoutOf(ConversionKind kind) {
         {{"Litres (ltr)", "Imp Galls (img)", "US Galls (usg)"}, {"ltr", "img", "usg"}},
         {{"Pounds (lb)", "Kilogram (kg)", ""}, {"lb", "kg", ""}},
         {{"Nautical mile (nm)", "Statute mile (sm)", "Kilometre (km)"}, {"nm", "sm", "km"}},
-        {{"Celsius (C)", "Fahrenheit (F)", ""}, {"C", "F", ""}},
+        {{"Celsius (\u00B0C)", "Fahrenheit (\u00B0F)", ""}, {"C", "F", ""}},
         {{"millibar (mb)", "inches (in)", ""}, {"mb", "in", ""}},
         {{"Knots (kt)", "Miles/Hour (mph)", "Km/Hour (kph)"}, {"kt", "mph", "kph"}},
         {{"Litres (ltr)", "US Gallons (usg)", "Imp Gallons (img)"}, {"ltr", "usg", "img"}},
@@ -31,17 +31,10 @@ const KindLayout& LayoutOf(ConversionKind kind) {
 
 }  // namespace
 
-double ReadConversionText(std::string_view text) {
-    text = text.substr(0, ConversionsDialog::kReadLength);
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
-        text.remove_prefix(1);
-    if (!text.empty() && text.front() == '+')
-        text.remove_prefix(1);
-    double value = 0;
-    auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (ec == std::errc::result_out_of_range)  // beyond a double: as strtod, inf or 0
-        return std::strtod(std::string(text).c_str(), nullptr);
-    return ec == std::errc() ? value : 0.0;
+std::optional<double> ReadConversionText(std::string_view text) {
+    if (text.size() > ConversionsDialog::kReadLength)
+        return std::nullopt;
+    return ParseDecimal(text);
 }
 
 ConversionsDialog::ConversionsDialog() {
@@ -54,6 +47,7 @@ void ConversionsDialog::SetKind(ConversionKind kind) {
     if (kind_ == kind)
         return;
     kind_ = kind;
+    problem_.clear();
     for (Field f : {kA, kB, kC, kKg, kLb})
         texts_[f].clear();
 }
@@ -98,13 +92,18 @@ void ConversionsDialog::Edit(Field field, std::string_view text) {
     if (!Visible(field))
         return;
     texts_[field] = text;
-    double x = ReadConversionText(text);
+    problem_.clear();
+    std::optional<double> x = Read(field);
 
     if (kind_ != kKindFuel) {
-        auto values = ConvertFrom(kind_, static_cast<ConversionField>(field), x);
+        auto values = ConvertFrom(kind_, static_cast<ConversionField>(field), x.value_or(0.0));
         for (int f = kA; f <= kC; ++f) {
-            if (values[f])
+            if (!values[f])
+                continue;
+            if (x)
                 Write(static_cast<Field>(f), *values[f]);
+            else
+                texts_[f].clear();
         }
         return;
     }
@@ -126,7 +125,8 @@ void ConversionsDialog::Edit(Field field, std::string_view text) {
         default:
             return;  // specific gravity and pounds feed nothing
     }
-    FuelQuantities q = FuelFrom(from, x, ReadConversionText(texts_[kSg]));
+    std::optional<double> sg = x ? Read(kSg) : std::nullopt;
+    FuelQuantities q = FuelFrom(from, x.value_or(0.0), sg.value_or(0.0));
     const std::array<std::pair<Field, double>, 5> outputs = {{
         {kA, q.litres},
         {kB, q.usGallons},
@@ -135,9 +135,26 @@ void ConversionsDialog::Edit(Field field, std::string_view text) {
         {kLb, q.lb},
     }};
     for (auto [f, value] : outputs) {
-        if (f != field)
+        if (f == field)
+            continue;
+        if (sg)
             Write(f, value);
+        else
+            texts_[f].clear();
     }
+}
+
+void ConversionsDialog::Leave(Field field) {
+    if (Visible(field) && !texts_[field].empty() && !ReadConversionText(texts_[field]))
+        platform::ShowError(EnterNumberMessage(Label(field)));
+}
+
+std::optional<double> ConversionsDialog::Read(Field field) {
+    auto value = ReadConversionText(texts_[field]);
+    // An emptied field is no mistake; the others are only emptied with it.
+    if (!value && !texts_[field].empty() && problem_.empty())
+        problem_ = EnterNumberMessage(Label(field));
+    return value;
 }
 
 void ConversionsDialog::Open() {
@@ -150,9 +167,7 @@ int ConversionsDialog::Close() {
 }
 
 void ConversionsDialog::Write(Field field, double value) {
-    char buf[400];  // "%1.2f" of the largest double is over 300 characters
-    std::snprintf(buf, sizeof buf, "%1.2f", value);
-    texts_[field] = buf;
+    texts_[field] = FormatFixed(value, 2);
 }
 
 }  // namespace aerix

@@ -48,10 +48,14 @@ std::optional<double> ParseDecimal(std::string_view text) {
 
 namespace aerix {
 
+std::string EnterNumberMessage(std::string_view label) {
+    return std::string(label) + ": enter a number";
+}
+
 std::optional<double> ReadNumberField(std::string_view text, std::string_view label) {
     auto value = ParseDecimal(text);
     if (!value)
-        platform::ShowError(std::string(label) + ": enter a number");
+        platform::ShowError(EnterNumberMessage(label));
     return value;
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace aerix {
@@ -18,8 +19,11 @@ std::optional<double> ParseDecimal(std::string_view text);
 
 namespace aerix {
 
+// What a field labelled `label` that does not hold a number says: "<label>: enter a number".
+std::string EnterNumberMessage(std::string_view label);
+
 // A decimal number typed into the field labelled `label`; otherwise shows
-// "<label>: enter a number" and gives nullopt.
+// EnterNumberMessage(label) and gives nullopt.
 std::optional<double> ReadNumberField(std::string_view text, std::string_view label);
 
 }  // namespace aerix

@@ -2,13 +2,13 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <fstream>
 #include <memory>
 #include <mutex>
 #include <sstream>
 
 #include "platform/data_root.hpp"
+#include "platform/text_numbers.hpp"
 
 namespace aerix {
 
@@ -264,13 +264,10 @@ MagneticVariationResult MagneticVariation(const MagneticModel& model, double lat
     result.declination = field.declination;
     result.variation = -field.declination;
     if (result.decimalYear < model.Epoch() || result.decimalYear > model.ValidUntil()) {
-        char text[160];
-        std::snprintf(text, sizeof text,
-                      "The date is outside the years of the magnetic model %s (%.1f to %.1f); "
-                      "the variation is extrapolated",
-                      model.Name().c_str(), model.Epoch(), model.ValidUntil());
         result.outsideValidity = true;
-        result.message = text;
+        result.message = "The date is outside the years of the magnetic model " + model.Name() +
+                         " (" + FormatFixed(model.Epoch(), 1) + " to " +
+                         FormatFixed(model.ValidUntil(), 1) + "); the variation is extrapolated";
     }
     return result;
 }

@@ -1,8 +1,10 @@
 #include "utilities/stopwatch.hpp"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "app/state/app_state.hpp"
+#include "platform/services.hpp"
 
 namespace aerix {
 
@@ -16,6 +18,25 @@ void StopwatchDialog::Start() {
     g_app.StopwatchMinutes = 0;
     g_app.StopwatchHours = 0;
     g_app.StopwatchTimer = kTimerId;
+    startMs_ = platform::Sys().clock->NowMs();
+    ticks_ = 0;
+}
+
+void StopwatchDialog::Update() {
+    if (!Running())
+        return;
+    std::int64_t due = (platform::Sys().clock->NowMs() - startMs_) / kTimerPeriodMs;
+    while (ticks_ < due) {
+        ++ticks_;
+        Tick();
+    }
+}
+
+std::int64_t StopwatchDialog::MsToNextTick() const {
+    if (!Running())
+        return 0;
+    std::int64_t next = startMs_ + (ticks_ + 1) * kTimerPeriodMs;
+    return std::max<std::int64_t>(0, next - platform::Sys().clock->NowMs());
 }
 
 void StopwatchDialog::Tick() {

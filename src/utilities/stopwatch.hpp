@@ -1,6 +1,7 @@
 // The "Timer" dialog model: a stopwatch in hours, minutes and seconds. The counters live in
-// g_app, so they outlast the dialog; the front end drives Tick() from a timer of
-// kTimerPeriodMs while Running().
+// g_app, so they outlast the dialog. The ticks follow the monotonic clock: the front end calls
+// Update() when its timer fires and arms it again for MsToNextTick(), so a late or coarse timer
+// never loses a tick.
 #pragma once
 
 #include <cstdint>
@@ -19,8 +20,12 @@ class StopwatchDialog {
 
     // Shows "00:00:00"; the counters keep whatever they hold.
     void Open();
-    // Restarts from zero (there is no resume) and starts the timer.
+    // Restarts from zero (there is no resume) and starts the timer at the clock's present time.
     void Start();
+    // Counts every whole period since Start that is not counted yet; nothing while stopped.
+    void Update();
+    // How long until the next period ends (the timer's next interval); 0 while stopped.
+    std::int64_t MsToNextTick() const;
     // One timer tick: a second more, carried into minutes and hours; hours never wrap.
     void Tick();
     // Stops the timer; the display keeps the last time.
@@ -34,6 +39,8 @@ class StopwatchDialog {
   private:
     void Show();
     std::string display_ = "00:00:00";
+    std::int64_t startMs_ = 0;
+    std::int64_t ticks_ = 0;  // periods counted since Start
 };
 
 }  // namespace aerix

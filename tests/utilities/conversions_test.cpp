@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
 #include <cmath>
+#include <string>
 
 #include "support/test_platform.hpp"
 #include "utilities/conversions_dialog.hpp"
@@ -38,10 +40,13 @@ TEST(ConversionsDialog, RecomputesTheOtherFields) {
          {{D::kKg, "72.00"}, {D::kLb, "158.73"}, {D::kB, "26.48"}, {D::kC, "22.05"}}},
         {kKindFuel, D::kB, "26.48", {{D::kA, "100.01"}, {D::kKg, "72.01"}, {D::kC, "22.05"}}},
         {kKindFuel, D::kKg, "72", {{D::kA, "100.00"}, {D::kLb, "158.73"}, {D::kB, "26.48"}}},
-        // The dialog reads 15 characters and the leading number of them.
-        {kKindVolume, D::kA, "10 litres", {{D::kB, "2.20"}}},
-        {kKindVolume, D::kA, "abc", {{D::kB, "0.00"}}},
-        {kKindVolume, D::kA, "0000000000000001", {{D::kB, "0.00"}}},
+        {kKindVolume, D::kA, " 7.5 ", {{D::kB, "1.65"}, {D::kC, "1.98"}}},
+        // Not wholly a number: the other fields empty, never the leading digits' value.
+        {kKindVolume, D::kA, "10 litres", {{D::kB, ""}, {D::kC, ""}}},
+        {kKindVolume, D::kA, "abc", {{D::kB, ""}}},
+        {kKindVolume, D::kA, "7.5x", {{D::kB, ""}}},
+        {kKindVolume, D::kA, "0000000000000001", {{D::kB, ""}}},  // over 15 characters
+        {kKindFuel, D::kA, "100,5", {{D::kKg, ""}, {D::kLb, ""}}},
     };
     for (const auto& c : cases) {
         D dialog;
@@ -71,6 +76,53 @@ TEST(ConversionsDialog, FieldsAndLabelsFollowTheKind) {
     dialog.SetKind(kKindSpeed);
     EXPECT_EQ(dialog.Text(D::kA), "");  // a new kind starts empty
     EXPECT_EQ(dialog.UnitCode(D::kC), "kph");
+}
+
+// A desktop with a decimal comma: "7,5" would read as 7 with a leading-number read, and "%1.2f"
+// would write "1,65". The dialog keeps to the point either way and names a bad field.
+TEST(ConversionsDialog, ReadsAndWritesOnlyPointsWhateverTheLocale) {
+    testing::TestPlatform platform;
+    struct Restore {
+        std::string saved = std::setlocale(LC_ALL, nullptr);
+        ~Restore() { std::setlocale(LC_ALL, saved.c_str()); }
+    } restore;
+    const char* comma = nullptr;
+    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "nl_NL.UTF-8"}) {
+        if (std::setlocale(LC_ALL, name) && *std::localeconv()->decimal_point == ',') {
+            comma = name;
+            break;
+        }
+    }
+    if (!comma)
+        GTEST_SKIP() << "no locale with a decimal comma installed";
+
+    D dialog;
+    dialog.Edit(D::kA, "7.5");
+    EXPECT_EQ(dialog.Text(D::kB), "1.65") << comma;
+    EXPECT_EQ(dialog.Text(D::kC), "1.98");
+    EXPECT_EQ(dialog.Problem(), "");
+    dialog.Edit(D::kA, "7,5");
+    EXPECT_EQ(dialog.Text(D::kB), "");
+    EXPECT_EQ(dialog.Text(D::kC), "");
+    EXPECT_EQ(dialog.Problem(), "Litres (ltr): enter a number");
+    dialog.Leave(D::kA);
+    ASSERT_EQ(platform.Ui().BoxTexts().size(), 1u);
+    EXPECT_EQ(platform.Ui().BoxTexts().back(), "Litres (ltr): enter a number");
+
+    dialog.SetKind(kKindFuel);
+    EXPECT_EQ(dialog.Problem(), "");
+    dialog.Edit(D::kSg, "0,8");
+    EXPECT_EQ(dialog.Problem(), "Specific gravity (sg): enter a number");
+    dialog.Edit(D::kA, "100");  // the gravity is read with the litres
+    EXPECT_EQ(dialog.Text(D::kKg), "");
+    EXPECT_EQ(dialog.Problem(), "Specific gravity (sg): enter a number");
+    dialog.Edit(D::kSg, "0.8");
+    dialog.Edit(D::kA, "100");
+    EXPECT_EQ(dialog.Text(D::kKg), "80.00");
+    dialog.Edit(D::kA, "");  // emptied: no complaint
+    EXPECT_EQ(dialog.Problem(), "");
+    dialog.Leave(D::kA);
+    EXPECT_EQ(platform.Ui().BoxTexts().size(), 1u);
 }
 
 TEST(Conversions, FuelWithZeroGravityIsNotGuarded) {

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
+
 #include "app/state/app_state.hpp"
 #include "support/test_platform.hpp"
 
@@ -54,6 +57,37 @@ TEST_F(StopwatchTest, CountersOutliveTheDialogAndStartRestartsFromZero) {
     reopened.Stop();
     EXPECT_FALSE(reopened.Running());
     EXPECT_EQ(reopened.Display(), "00:00:01");
+}
+
+// The timer that drives the dialog may fire late (a coarse timer, a busy window); the display
+// must follow the time elapsed on the clock, one count per 975 ms.
+TEST_F(StopwatchTest, DisplayFollowsElapsedTimeWhateverTheTimerDoes) {
+    auto& clock = platform_.Clock();
+    struct Case {
+        const char* timer;
+        std::int64_t lateMs;   // how late each firing comes after the interval asked for
+        std::int64_t everyMs;  // > 0: fires at this fixed period instead
+    };
+    const Case cases[] = {
+        {"on time", 0, 0}, {"late", 37, 0}, {"coarse 1 s", 0, 1000}, {"stalled 10 s", 0, 10000}};
+    for (const auto& c : cases) {
+        dialog_.Open();
+        dialog_.Start();
+        EXPECT_EQ(dialog_.MsToNextTick(), 975) << c.timer;
+        std::int64_t started = clock.NowMs();
+        while (clock.NowMs() - started < 60000) {
+            std::int64_t wait = c.everyMs > 0 ? c.everyMs : dialog_.MsToNextTick() + c.lateMs;
+            clock.Advance(std::min(wait, 60000 - (clock.NowMs() - started)));
+            dialog_.Update();
+        }
+        // 60000 / 975 = 61.5: a real minute reads 1:01, the stopwatch's own 2.6 percent.
+        EXPECT_EQ(dialog_.Display(), "00:01:01") << c.timer;
+        EXPECT_EQ(dialog_.MsToNextTick(), 62 * 975 - 60000) << c.timer;
+        dialog_.Stop();
+        clock.Advance(5000);
+        dialog_.Update();  // stopped: the display keeps the last time
+        EXPECT_EQ(dialog_.Display(), "00:01:01") << c.timer;
+    }
 }
 
 TEST_F(StopwatchTest, StopWithoutStartChangesNothing) {

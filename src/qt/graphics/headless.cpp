@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "platform/services.hpp"
+#include "qt/decimal_point.hpp"
 #include "qt/graphics/qt_graphics.hpp"
 
 namespace aerix::qt {
@@ -38,6 +39,7 @@ HeadlessGraphics::HeadlessGraphics() : impl_(std::make_unique<Impl>()) {
             qputenv("QT_QPA_PLATFORM", "offscreen");
         qInstallMessageHandler(QuietMessages);
         impl_->app = std::make_unique<QGuiApplication>(g_argc, g_argv);
+        UseDecimalPoint();
     }
     impl_->previous = platform::Sys().graphics;
     platform::Sys().graphics = &impl_->graphics;
