@@ -14,6 +14,7 @@
 #include "app/state/app_state.hpp"
 #include "platform/services.hpp"
 #include "qt/automation.hpp"
+#include "qt/dbus_screen_awake.hpp"
 #include "qt/graphics/qt_graphics.hpp"
 #include "qt/main_frame.hpp"
 #include "qt/options.hpp"
@@ -103,6 +104,8 @@ int main(int argc, char** argv) {
     platform::Platform platform(root, ui);
     qt::QtGraphics graphics;
     platform::Sys().graphics = &graphics;
+    qt::DbusScreenAwake screenAwake;
+    platform::Sys().screenAwake = &screenAwake;
     auto documents = platform.Root().ResolveForWrite("\\My Documents\\Aerix\\.");
     ui.SetDocumentsFolder(QString::fromStdString(documents.parent_path().string()));
 
