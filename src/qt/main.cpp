@@ -48,30 +48,6 @@ unsigned ViewCommand(const std::string& view) {
     return cmd::kShowPlan;
 }
 
-// The recording the playback reads is the data root's GpsData.txt; a file given on the command
-// line takes its place, the recording there is kept beside it as GpsData.txt.bak.
-bool PutPlaybackFile(const std::string& file) {
-    auto target = platform::Sys().root->ResolveForWrite("\\My Documents\\GpsData.txt");
-    std::error_code ec;
-    if (std::filesystem::exists(target) && std::filesystem::equivalent(file, target, ec))
-        return true;
-    if (!std::filesystem::exists(file)) {
-        std::cerr << "aerix: no such file: " << file << std::endl;
-        return false;
-    }
-    if (std::filesystem::exists(target)) {
-        auto backup = target;
-        backup += ".bak";
-        std::filesystem::rename(target, backup, ec);
-    }
-    std::filesystem::copy_file(file, target, std::filesystem::copy_options::overwrite_existing, ec);
-    if (ec) {
-        std::cerr << "aerix: could not copy " << file << ": " << ec.message() << std::endl;
-        return false;
-    }
-    return true;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -161,7 +137,10 @@ int main(int argc, char** argv) {
         frame.Logic().OnCommand(ViewCommand(*options.view));
     if (options.simulate)
         frame.Logic().OnCommand(cmd::kStartSimulation);
-    if (options.playback && PutPlaybackFile(*options.playback))
+    if (options.playback &&
+        qt::PutPlaybackFile(*options.playback,
+                            platform.Root().ResolveForWrite("\\My Documents\\GpsData.txt"),
+                            std::cerr))
         frame.Logic().OnCommand(options.fast ? cmd::kPlaybackFast : cmd::kPlaybackNorm);
 
     if (automatic) {
