@@ -97,8 +97,11 @@ void Automation::Step() {
             auto* list = Dialog() ? Dialog()->findChild<QListWidget*>(words[1]) : nullptr;
             int row = words[2].toInt(&ok);
             ok = ok && list && row >= 0 && row < list->count();
-            if (ok)
+            if (ok) {
+                // As a tap on the row: lists that act on the tap, not on the selection, act too.
                 list->setCurrentRow(row);
+                emit list->itemClicked(list->item(row));
+            }
         } else if (verb == "key" && words.size() == 2) {
             frame_.Logic().OnKeyUp(words[1].toUInt(&ok));
         } else if (verb == "tap" && words.size() == 3) {
