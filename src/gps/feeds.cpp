@@ -9,6 +9,7 @@
 #include "gps/playback.hpp"
 #include "gps/simulator.hpp"
 #include "platform/message_box.hpp"
+#include "platform/screen_awake.hpp"
 #include "platform/services.hpp"
 
 namespace aerix {
@@ -106,7 +107,11 @@ bool ConnectGps() {
         g_app.ActiveSectorIndex = 0;
         MarkFeedStart();
     }
-    return OpenGpsPort() == 0;
+    platform::HoldScreenAwake(platform::AwakeHolder::kGpsSlot, true);
+    if (OpenGpsPort() == 0)
+        return true;
+    platform::HoldScreenAwake(platform::AwakeHolder::kGpsSlot, false);
+    return false;
 }
 
 bool StartSimulation() {
@@ -120,6 +125,7 @@ bool StartSimulation() {
     g_app.SimulatorStepCount.store(0);
     g_app.ActiveSectorIndex = 0;
     MarkFeedStart();
+    platform::HoldScreenAwake(platform::AwakeHolder::kGpsSlot, true);
     g_app.GpsThread = std::jthread([](std::stop_token stop) { SimulatorThread(stop); });
     SetSource(kSourceSimulated);
     g_app.SimulatorScreenX = 120;
@@ -146,6 +152,8 @@ bool StartPlayback(bool fast) {
     SetSource(kSourceRecorded);
     g_app.ActiveSectorIndex = 0;
     MarkFeedStart();
+    // Held before the thread starts: a playback that ends at once lets go after this.
+    platform::HoldScreenAwake(platform::AwakeHolder::kPlaybackSlot, true);
     g_app.PlaybackThread = std::jthread(PlaybackThread);
     return true;
 }
@@ -159,6 +167,7 @@ void DisconnectGps() {
     }
     CloseGpsPort();
     g_app.GpsRecording.Close();
+    platform::HoldScreenAwake(platform::AwakeHolder::kGpsSlot, false);
     Finish(std::move(taken), g_app.RetiredGpsThread);
 }
 
@@ -169,6 +178,7 @@ void StopSimulation() {
         SetSource(kSourceNone);
         taken = Take(g_app.GpsThread);
     }
+    platform::HoldScreenAwake(platform::AwakeHolder::kGpsSlot, false);
     Finish(std::move(taken), g_app.RetiredGpsThread);
 }
 
@@ -180,6 +190,7 @@ void StopPlayback() {
         g_app.PlaybackFast.store(0);
         taken = Take(g_app.PlaybackThread);
     }
+    platform::HoldScreenAwake(platform::AwakeHolder::kPlaybackSlot, false);
     Finish(std::move(taken), g_app.RetiredPlaybackThread);
 }
 

@@ -1,5 +1,6 @@
-// The system idle timer: every fix resets it so that the machine does not blank the screen or
-// suspend while a receiver is delivering. Counts the resets so that tests and tools can see them.
+// The system idle timer that every fix resets. A desktop has no such timer to reset: there the
+// feeds hold the screen awake for as long as they run (ScreenAwake). Counts the resets so that
+// tests and tools can see that fixes arrive.
 #pragma once
 
 #include <atomic>

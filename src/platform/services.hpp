@@ -13,6 +13,7 @@
 #include "platform/memory_status.hpp"
 #include "platform/object_store.hpp"
 #include "platform/registry.hpp"
+#include "platform/screen_awake.hpp"
 #include "platform/ui.hpp"
 
 namespace aerix::platform {
@@ -26,7 +27,8 @@ struct Services {
     IdleTimer* idleTimer = nullptr;
     Graphics* graphics = nullptr;  // set by the front end that draws
     ObjectStore* store = nullptr;
-    MemoryStatus* memory = nullptr;  // null: the start-up memory check passes
+    MemoryStatus* memory = nullptr;      // null: the start-up memory check passes
+    ScreenAwake* screenAwake = nullptr;  // set by the front end; null: nothing to inhibit
 };
 
 // The installed services. Every pointer is set while a Platform (or a test's stand-in) lives.

@@ -100,10 +100,13 @@ void Automation::Step() {
             int row = words[2].toInt(&ok);
             int rows = list ? list->count() : combo ? combo->count() : 0;
             ok = ok && row >= 0 && row < rows;
-            if (ok && list)
+            if (ok && list) {
+                // As a tap on the row: lists that act on the tap, not on the selection, act too.
                 list->setCurrentRow(row);
-            else if (ok)
+                emit list->itemClicked(list->item(row));
+            } else if (ok) {
                 combo->setCurrentIndex(row);
+            }
         } else if (verb == "key" && words.size() == 2) {
             frame_.Logic().OnKeyUp(words[1].toUInt(&ok));
         } else if (verb == "tap" && words.size() == 3) {

@@ -14,6 +14,7 @@
 #include "app/state/app_state.hpp"
 #include "platform/services.hpp"
 #include "qt/automation.hpp"
+#include "qt/dbus_screen_awake.hpp"
 #include "qt/decimal_point.hpp"
 #include "qt/graphics/qt_graphics.hpp"
 #include "qt/main_frame.hpp"
@@ -46,30 +47,6 @@ unsigned ViewCommand(const std::string& view) {
     if (view == "aerix")
         return cmd::kShowAerix;
     return cmd::kShowPlan;
-}
-
-// The recording the playback reads is the data root's GpsData.txt; a file given on the command
-// line takes its place, the recording there is kept beside it as GpsData.txt.bak.
-bool PutPlaybackFile(const std::string& file) {
-    auto target = platform::Sys().root->ResolveForWrite("\\My Documents\\GpsData.txt");
-    std::error_code ec;
-    if (std::filesystem::exists(target) && std::filesystem::equivalent(file, target, ec))
-        return true;
-    if (!std::filesystem::exists(file)) {
-        std::cerr << "aerix: no such file: " << file << std::endl;
-        return false;
-    }
-    if (std::filesystem::exists(target)) {
-        auto backup = target;
-        backup += ".bak";
-        std::filesystem::rename(target, backup, ec);
-    }
-    std::filesystem::copy_file(file, target, std::filesystem::copy_options::overwrite_existing, ec);
-    if (ec) {
-        std::cerr << "aerix: could not copy " << file << ": " << ec.message() << std::endl;
-        return false;
-    }
-    return true;
 }
 
 }  // namespace
@@ -105,6 +82,8 @@ int main(int argc, char** argv) {
     platform::Platform platform(root, ui);
     qt::QtGraphics graphics;
     platform::Sys().graphics = &graphics;
+    qt::DbusScreenAwake screenAwake;
+    platform::Sys().screenAwake = &screenAwake;
     auto documents = platform.Root().ResolveForWrite("\\My Documents\\Aerix\\.");
     ui.SetDocumentsFolder(QString::fromStdString(documents.parent_path().string()));
 
@@ -160,7 +139,10 @@ int main(int argc, char** argv) {
         frame.Logic().OnCommand(ViewCommand(*options.view));
     if (options.simulate)
         frame.Logic().OnCommand(cmd::kStartSimulation);
-    if (options.playback && PutPlaybackFile(*options.playback))
+    if (options.playback &&
+        qt::PutPlaybackFile(*options.playback,
+                            platform.Root().ResolveForWrite("\\My Documents\\GpsData.txt"),
+                            std::cerr))
         frame.Logic().OnCommand(options.fast ? cmd::kPlaybackFast : cmd::kPlaybackNorm);
 
     if (automatic) {

@@ -2,6 +2,7 @@
 // of the point under the cross, and keep the list of calibrated charts.
 #include "qt/map_dialog_widgets.hpp"
 
+#include <QFontMetrics>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QListWidget>
@@ -74,8 +75,9 @@ class CalibrateWidget : public DialogFrame {
         AddRow(form, QStringLiteral("Longitude"), "lonDeg", "lonMin", "lonHemisphere",
                &CalibrateDialog::lonDegrees, &CalibrateDialog::lonMinutes,
                &CalibrateDialog::lonHemisphere, &CalibrateDialog::ToggleLonHemisphere);
+        // The hint sits under the boxes it describes.
+        form->addRow(QString(), new QLabel(QStringLiteral("dd mm.m"), this));
         Body()->addLayout(form);
-        Body()->addWidget(new QLabel(QStringLiteral("dd mm.m"), this));
         Body()->addStretch(1);
     }
 
@@ -91,17 +93,26 @@ class CalibrateWidget : public DialogFrame {
     void AddRow(QFormLayout* form, const QString& label, const char* degreesName,
                 const char* minutesName, const char* buttonName, Text degrees, Text minutes,
                 Text hemisphere, void (CalibrateDialog::*toggle)()) {
+        // On the 240-pixel screen: degrees take "180", the minutes the rest ("59.999" and more),
+        // the hemisphere button one letter.
+        const QFontMetrics metrics(font());
         auto* row = new QHBoxLayout;
         for (auto [name, field] :
              {std::pair{degreesName, degrees}, std::pair{minutesName, minutes}}) {
             auto* entry = new QLineEdit(this);
             entry->setObjectName(name);
-            row->addWidget(entry);
+            entry->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
+            if (field == degrees)
+                entry->setFixedWidth(metrics.horizontalAdvance(QStringLiteral("-1800")) + 10);
+            else
+                entry->setMinimumWidth(metrics.horizontalAdvance(QStringLiteral("59.999")) + 10);
+            row->addWidget(entry, field == degrees ? 0 : 1);
             connect(entry, &QLineEdit::textEdited, this,
                     [this, field](const QString& text) { model_.*field = text.toStdU16String(); });
         }
         auto* button = new QPushButton(ToQString(model_.*hemisphere), this);
         button->setObjectName(buttonName);
+        button->setFixedWidth(metrics.horizontalAdvance(QStringLiteral("W")) * 3 + 8);
         row->addWidget(button);
         connect(button, &QPushButton::clicked, this, [this, button, hemisphere, toggle] {
             (model_.*toggle)();
@@ -122,7 +133,7 @@ class CalibratedMapsWidget : public ClosingModelFrame<CalibratedMapsDialog> {
         list_ = new QListWidget(this);
         list_->setObjectName("maps");
         Body()->addWidget(list_, 1);
-        auto* remove = new QPushButton(QStringLiteral("Remove"), this);
+        auto* remove = new QPushButton(QStringLiteral("Remove from list"), this);
         remove->setObjectName("remove");
         Body()->addWidget(remove);
         Fill(list_, model_.Names());

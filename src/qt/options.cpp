@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include "platform/numbered_backup.hpp"
+
 namespace aerix::qt {
 
 std::optional<int> ParseOptions(int argc, char** argv, Options* o) {
@@ -32,6 +34,32 @@ std::optional<int> ParseOptions(int argc, char** argv, Options* o) {
         return code == 0 ? 0 : 2;
     }
     return std::nullopt;
+}
+
+bool PutPlaybackFile(const std::filesystem::path& file, const std::filesystem::path& target,
+                     std::ostream& err) {
+    namespace fs = std::filesystem;
+    std::error_code ec;
+    if (fs::exists(target) && fs::equivalent(file, target, ec))
+        return true;
+    if (!fs::exists(file)) {
+        err << "aerix: no such file: " << file.string() << std::endl;
+        return false;
+    }
+    fs::path kept = platform::KeepNumberedBackup(target, ec);
+    if (ec) {
+        err << "aerix: could not keep the recording " << target.string() << ": " << ec.message()
+            << "; nothing was changed" << std::endl;
+        return false;
+    }
+    if (!kept.empty())
+        err << "aerix: the earlier recording is kept as " << kept.string() << std::endl;
+    fs::copy_file(file, target, fs::copy_options::overwrite_existing, ec);
+    if (ec) {
+        err << "aerix: could not copy " << file.string() << ": " << ec.message() << std::endl;
+        return false;
+    }
+    return true;
 }
 
 }  // namespace aerix::qt

@@ -3,13 +3,18 @@
 #include <cctype>
 #include <cmath>
 #include <cstdio>
+#include <fstream>
 #include <optional>
+#include <sstream>
 
+#include "platform/numbered_backup.hpp"
 #include "platform/text.hpp"
 #include "platform/text_numbers.hpp"
 #include "store/field_splitter.hpp"
 
 namespace aerix {
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -324,6 +329,56 @@ OpenAirConversion ConvertOpenAir(std::string_view input) {
     }
     converter.Finish();
     return std::move(converter.result);
+}
+
+OpenAirImport ImportOpenAir(const fs::path& source, const fs::path& target) {
+    OpenAirImport result;
+    std::string input;
+    {
+        std::ifstream in(source, std::ios::binary);
+        if (!in.is_open()) {
+            result.error = "cannot read " + source.string();
+            return result;
+        }
+        std::stringstream text;
+        text << in.rdbuf();
+        input = text.str();
+    }
+    result.conversion = ConvertOpenAir(input);
+    if (result.conversion.outlines == 0) {
+        result.error = source.string() + ": no airspace found in it (no OpenAir AC line); " +
+                       target.string() + " is unchanged";
+        return result;
+    }
+    std::error_code ec;
+    fs::create_directories(target.parent_path(), ec);
+    fs::path tmp = target;
+    tmp += ".tmp";
+    {
+        std::ofstream out(tmp, std::ios::binary | std::ios::trunc);
+        out << result.conversion.text;
+        out.flush();
+        if (!out) {
+            fs::remove(tmp, ec);
+            result.error =
+                "cannot write " + tmp.string() + "; " + target.string() + " is unchanged";
+            return result;
+        }
+    }
+    result.backup = platform::KeepNumberedBackup(target, ec);
+    if (ec) {
+        fs::remove(tmp, ec);
+        result.error =
+            "cannot keep a copy of " + target.string() + ": " + ec.message() + "; it is unchanged";
+        return result;
+    }
+    fs::rename(tmp, target, ec);
+    if (ec) {
+        result.error = "cannot replace " + target.string() + ": " + ec.message();
+        return result;
+    }
+    result.ok = true;
+    return result;
 }
 
 }  // namespace aerix

@@ -33,25 +33,6 @@ std::string ReadWhole(const fs::path& path) {
     return s.str();
 }
 
-// Replaces the file atomically; the file it replaces is kept as <name>.bak.
-void WriteReplacing(const fs::path& path, const std::string& text) {
-    std::error_code ec;
-    fs::create_directories(path.parent_path(), ec);
-    fs::path tmp = path.string() + ".tmp";
-    {
-        std::ofstream out(tmp, std::ios::binary | std::ios::trunc);
-        out << text;
-        out.flush();
-        if (!out)
-            throw ToolFailure("cannot write " + tmp.string());
-    }
-    if (fs::exists(path, ec))
-        fs::copy_file(path, path.string() + ".bak", fs::copy_options::overwrite_existing, ec);
-    fs::rename(tmp, path, ec);
-    if (ec)
-        throw ToolFailure("cannot replace " + path.string() + ": " + ec.message());
-}
-
 void AddAirspaceLoad(CLI::App& app, ToolContext& ctx) {
     auto* group = app.add_subcommand("airspace", "The airspace overlay");
     group->require_subcommand(1);
@@ -81,17 +62,21 @@ void AddImportAirspace(CLI::App* import, ToolContext& ctx) {
     cmd->add_option("FILE", *file, "OpenAir text file")->required()->check(CLI::ExistingFile);
     cmd->add_option("--out", *out, "Where to write (default: the data root's EuroAip.txt)");
     cmd->callback([&ctx, file, out] {
-        auto conversion = ConvertOpenAir(ReadWhole(*file));
-        for (const auto& p : conversion.problems) {
-            std::cerr << *file << ":" << p.line << ": skipped: " << p.message << '\n';
-        }
         fs::path target = out->empty() ? ctx.OpenPlatform().Root().ResolveForWrite(kAirspaceFile)
                                        : fs::path(*out);
-        WriteReplacing(target, conversion.text);
-        ctx.Out().Emit({{"outlines", conversion.outlines},
-                        {"lines", conversion.lines},
-                        {"skipped", conversion.problems.size()},
-                        {"file", target.string()}});
+        OpenAirImport imported = ImportOpenAir(*file, target);
+        for (const auto& p : imported.conversion.problems) {
+            std::cerr << *file << ":" << p.line << ": skipped: " << p.message << '\n';
+        }
+        if (!imported.ok)
+            throw ToolFailure(imported.error);
+        Json result{{"outlines", imported.conversion.outlines},
+                    {"lines", imported.conversion.lines},
+                    {"skipped", imported.conversion.problems.size()},
+                    {"file", target.string()}};
+        if (!imported.backup.empty())
+            result["backup"] = imported.backup.string();
+        ctx.Out().Emit(result);
     });
 }
 

@@ -40,8 +40,9 @@ void PaintCalibrationView(platform::Canvas& view) {
     const unsigned format =
         platform::kTextCenter | platform::kTextVCenter | platform::kTextSingleLine;
     view.SetFont({11, false});
-    view.DrawText("Drag the chart: a known point under the cross", {0, 0, 240, 14}, format,
-                  platform::kBlack, platform::Rgb(255, 255, 0), false);
+    // Short enough for the 240-pixel width in the 11-pixel font.
+    view.DrawText("Drag a known point under the cross", {0, 0, 240, 14}, format, platform::kBlack,
+                  platform::Rgb(255, 255, 0), false);
     char text[96];
     std::snprintf(text, sizeof text, "x %d  y %d   NE %s   SW %s",
                   g_app.MapCenterX - g_app.AnchorX + x, g_app.MapCenterY - g_app.AnchorY + y - 14,

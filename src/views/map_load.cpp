@@ -7,6 +7,7 @@
 #include "platform/services.hpp"
 #include "store/record_store.hpp"
 #include "views/calibration_file.hpp"
+#include "views/calibration_records.hpp"
 #include "views/map_view.hpp"
 #include "views/storage_cards.hpp"
 
@@ -59,10 +60,9 @@ void LoadMapCalibration(std::u16string_view path) {
         return;
     MapRecord record;
     record.Calibration = g_app.MapCalibration;
-    if (h.SeekValue(platform::PropVal::Text(300, std::u16string(path))) != 0) {
-        // A property the record lacks leaves the value in force.
-        if (ReadMap(h, kFromCurrent, 0, record) != 0)
-            g_app.MapCalibration = record.Calibration;
+    // A property the record lacks leaves the value in force.
+    if (ReadChartCalibration(h, path, record) != 0) {
+        g_app.MapCalibration = record.Calibration;
         return;
     }
     std::u16string calibrationPath = CalibrationFilePath(path);

@@ -11,6 +11,7 @@
 #include "platform/text.hpp"
 #include "platform/text_numbers.hpp"
 #include "store/record_store.hpp"
+#include "views/calibration_records.hpp"
 #include "views/storage_cards.hpp"
 
 namespace aerix {
@@ -216,7 +217,7 @@ void CompleteCalibration() {
     {
         DbHandle h = OpenDatabase(schema::kMapsName, schema::kMapPath);
         if (h)
-            WriteMap(h, MapRecord{std::u16string(g_app.CurrentMapPath.view()), c});
+            WriteChartCalibration(h, MapRecord{std::u16string(g_app.CurrentMapPath.view()), c});
     }
     g_app.CalibrationFirstDone = 0;
     g_app.CalibrationSecondDone = 0;

@@ -115,5 +115,33 @@ TEST(OpenAirImport, DrawingBeforeAnyAirspaceIsReported) {
     EXPECT_EQ(result.problems.size(), 3u);
 }
 
+TEST(OpenAirImport, AFileWithoutAirspaceLeavesTheAirspaceFileAndEveryReplacedOneIsKept) {
+    testing::TempDir dir;
+    auto target = dir.Path() / "EuroAip.txt";
+    auto gpx = dir.Path() / "wp.gpx";
+    auto openair = dir.Path() / "area.txt";
+    testing::WriteFile(gpx, "<?xml version=\"1.0\"?>\n<gpx><wpt lat=\"51\" lon=\"0\"/></gpx>\n");
+    testing::WriteFile(openair, "AC D\nAN ONE\nV X=50:00 N 001:00 W\nDC 3\n");
+    testing::WriteFile(target, "old airspace\r\n");
+
+    OpenAirImport refused = ImportOpenAir(gpx, target);
+    EXPECT_FALSE(refused.ok);
+    EXPECT_NE(refused.error.find("wp.gpx: no airspace found in it"), std::string::npos)
+        << refused.error;
+    EXPECT_EQ(testing::ReadFile(target), "old airspace\r\n");
+    EXPECT_FALSE(std::filesystem::exists(dir.Path() / "EuroAip.txt.1"));
+
+    OpenAirImport first = ImportOpenAir(openair, target);
+    ASSERT_TRUE(first.ok) << first.error;
+    EXPECT_EQ(first.backup, dir.Path() / "EuroAip.txt.1");
+    EXPECT_EQ(testing::ReadFile(target), first.conversion.text);
+    ASSERT_TRUE(ImportOpenAir(openair, target).ok);
+    EXPECT_EQ(testing::ReadFile(dir.Path() / "EuroAip.txt.1"), "old airspace\r\n");
+    EXPECT_EQ(testing::ReadFile(dir.Path() / "EuroAip.txt.2"), first.conversion.text);
+
+    EXPECT_FALSE(ImportOpenAir(dir.Path() / "missing.txt", target).ok);
+    EXPECT_EQ(testing::ReadFile(target), first.conversion.text);
+}
+
 }  // namespace
 }  // namespace aerix

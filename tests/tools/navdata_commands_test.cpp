@@ -80,6 +80,18 @@ TEST(NavDataCommands, FailuresAreClear) {
     EXPECT_EQ(missing.status, 1);
     EXPECT_NE(missing.err.find("Could not open nav database. Error:"), std::string::npos);
     EXPECT_EQ(Tool(home.Path(), "navdb load").status, 1);  // none chosen
+
+    // A file with no airspace in it leaves the airspace file as it was.
+    auto airspace = home.Path() / "My Documents" / "Aerix" / "EuroAip.txt";
+    WriteFile(airspace, "kept\r\n");
+    auto gpx = files.Path() / "wp.gpx";
+    WriteFile(gpx, "<gpx><wpt lat=\"51\" lon=\"0\"><name>A</name></wpt></gpx>\n");
+    ToolRun wrong = Tool(home.Path(), "import airspace '" + gpx.string() + "'");
+    EXPECT_EQ(wrong.status, 1);
+    EXPECT_NE(wrong.err.find("wp.gpx: no airspace found in it"), std::string::npos) << wrong.err;
+    EXPECT_EQ(wrong.out, "");
+    EXPECT_EQ(ReadFile(airspace), "kept\r\n");
+    EXPECT_FALSE(std::filesystem::exists(airspace.string() + ".1"));
 }
 
 }  // namespace
