@@ -78,7 +78,14 @@ InstrumentFrameInput Input(const Data& data, bool aerix, std::uint32_t range) {
                             kLon - 3000 + (i + 1) * 1500.0});
     in.leg.valid = true;
     in.leg.course = 51;
-    in.leg.bar = {true, u"WP17", kLat + 1200, kLon + 1500, 58, 14.2, 7, true};
+    in.leg.bar.valid = true;
+    in.leg.bar.name = u"WP17";
+    in.leg.bar.latitude = kLat + 1200;
+    in.leg.bar.longitude = kLon + 1500;
+    in.leg.bar.bearing = 58;
+    in.leg.bar.distance = 14.2;
+    in.leg.bar.relativeAngle = 7;
+    in.leg.reference = in.leg.bar.reference = {VariationSource::kReceiver, 0.0};
     in.leg.startLatitude = kLat - 1200;
     in.leg.startLongitude = kLon - 1500;
     in.leg.endLatitude = kLat + 1200;

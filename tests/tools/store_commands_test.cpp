@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <regex>
 #include <sstream>
@@ -29,7 +30,11 @@ std::string WithoutOids(const std::string& dump) {
 }
 
 std::filesystem::path DataFile(const std::string& name) {
-    return std::filesystem::path(__FILE__).parent_path() / "data" / name;
+    // The source tree as the test run names it; __FILE__ may be relative to the build folder.
+    const char* source = std::getenv("AERIX_SOURCE_DIR");
+    std::filesystem::path here = source ? std::filesystem::path(source) / "tests" / "tools"
+                                        : std::filesystem::path(__FILE__).parent_path();
+    return here / "data" / name;
 }
 
 TEST(StoreCommands, InitLeavesExactlyTheDefaultRowsInSortOrder) {
