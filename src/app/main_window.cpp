@@ -20,11 +20,13 @@
 #include "store/nav_database_chooser.hpp"
 #include "store/record_store.hpp"
 #include "store/schema.hpp"
+#include "views/active_leg.hpp"
 #include "views/calibration_view.hpp"
 #include "views/chart_generator.hpp"
 #include "views/instrument_frame.hpp"
 #include "views/map_readouts.hpp"
 #include "views/map_view.hpp"
+#include "views/plan_sectors.hpp"
 
 namespace aerix {
 
@@ -344,8 +346,20 @@ void MainWindow::NextWaypoint() {
     if (!h)
         return;
     std::uint32_t count = h.RecordCount();
-    if (count > 0 && g_app.ActiveSectorIndex < count - 1)
+    h = {};
+    if (g_app.DirectToStartLatitude.load() != 0) {
+        // "Next wpt" during a direct-to takes it as reached: on with the plan from there.
+        g_app.ActiveSectorIndex =
+            SectorAfterDirectTo(ReadPlanSectors(), g_app.DirectToTargetLatitude,
+                                g_app.DirectToTargetLongitude, g_app.ActiveSectorIndex);
+        g_app.DirectToStartLatitude.store(0);
+    } else if (count > 0 && g_app.ActiveSectorIndex < count - 1) {
         ++g_app.ActiveSectorIndex;
+    } else {
+        return;
+    }
+    // The simulator flies on with the leg the views now show.
+    g_app.LegChange.store(1);
 }
 
 void MainWindow::ShowView(unsigned id) {

@@ -493,3 +493,40 @@ TEST(LoadingDialogTest, LoadsTheWaypointsAndTheAirspace) {
 
 }  // namespace
 }  // namespace aerix
+
+namespace aerix {
+namespace {
+
+TEST_F(MainWindowTest, NextWaypointMovesTheFeedOnAndEndsADirectTo) {
+    ASSERT_TRUE(Start());
+    DbHandle h = OpenDatabase(u"Plan1", schema::kSecNumber);
+    for (int i = 0; i < 3; ++i) {
+        SectorRecord s;
+        s.SectorNumber = static_cast<std::int16_t>(i + 1);
+        s.StartLatitude = 50 * 6000 + i * 600;
+        s.EndLatitude = 50 * 6000 + (i + 1) * 600;
+        WriteSector(h, s);
+    }
+    h = {};
+    main_->OnCommand(kNextWaypoint);
+    EXPECT_EQ(g_app.ActiveSectorIndex.load(), 1u);
+    EXPECT_EQ(g_app.LegChange.load(), 1);  // the simulator follows
+    g_app.LegChange = 0;
+
+    // During a direct-to to the third sector's start: the direct-to ends there.
+    g_app.DirectToTargetLatitude = 50 * 6000 + 1200;
+    g_app.DirectToTargetLongitude = 0;
+    g_app.DirectToStartLatitude = 49 * 6000;
+    main_->OnCommand(kNextWaypoint);
+    EXPECT_EQ(g_app.DirectToStartLatitude.load(), 0);
+    EXPECT_EQ(g_app.ActiveSectorIndex.load(), 2u);
+    EXPECT_EQ(g_app.LegChange.load(), 1);
+    g_app.LegChange = 0;
+    // At the last sector nothing moves.
+    main_->OnCommand(kNextWaypoint);
+    EXPECT_EQ(g_app.ActiveSectorIndex.load(), 2u);
+    EXPECT_EQ(g_app.LegChange.load(), 0);
+}
+
+}  // namespace
+}  // namespace aerix
