@@ -316,7 +316,7 @@ int RunCrosswind(QWidget* parent) {
     using W = CalculatorWidget<CrosswindDialog>;
     W dialog(parent,
              {{"Runway", "runway", &CrosswindDialog::runway},
-              {"Wind direction (\u00B0)", "windDirection", &CrosswindDialog::windDirection},
+              {"Wind direction (\u00B0M)", "windDirection", &CrosswindDialog::windDirection},
               {"Wind speed (kt)", "windSpeed", &CrosswindDialog::windSpeed}},
              {{"headwind", &CrosswindDialog::HeadwindText},
               {"crosswind", &CrosswindDialog::CrosswindText}});
@@ -326,11 +326,11 @@ int RunCrosswind(QWidget* parent) {
 int RunHolding(QWidget* parent) {
     using W = CalculatorWidget<HoldingDialog>;
     W dialog(parent,
-             {{"Inbound course (\u00B0)", "inboundCourse", &HoldingDialog::inboundCourse},
-              {"Heading to fix (\u00B0)", "heading", &HoldingDialog::heading},
+             {{"Inbound course (\u00B0M)", "inboundCourse", &HoldingDialog::inboundCourse},
+              {"Heading to fix (\u00B0M)", "heading", &HoldingDialog::heading},
               {"Altitude (ft)", "altitude", &HoldingDialog::altitude},
               {"TAS (kt)", "tas", &HoldingDialog::tas},
-              {"Wind direction (\u00B0)", "windDirection", &HoldingDialog::windDirection},
+              {"Wind direction (\u00B0M)", "windDirection", &HoldingDialog::windDirection},
               {"Wind speed (kt)", "windSpeed", &HoldingDialog::windSpeed}},
              {{"entry", &HoldingDialog::EntryText},
               {"outbound", &HoldingDialog::OutboundText},

@@ -163,11 +163,13 @@ bool HoldingDialog::Compute() {
 
     char buf[64];
     entryText_ = HoldingEntryName(plan_.entry);
-    std::snprintf(buf, sizeof buf, "Outbound %03ld for %s", std::lround(plan_.outboundCourse) % 360,
+    // In the reference the pilot entered: magnetic, as the chart and the controller give it.
+    std::snprintf(buf, sizeof buf, "Outbound %03ld\u00B0M for %s",
+                  std::lround(plan_.outboundCourse) % 360,
                   FormatMinutesSeconds(plan_.outboundSeconds).c_str());
     outboundText_ = buf;
     if (plan_.entry == HoldingEntry::kTeardrop) {
-        std::snprintf(buf, sizeof buf, "Teardrop heading %03ld",
+        std::snprintf(buf, sizeof buf, "Teardrop heading %03ld\u00B0M",
                       std::lround(plan_.teardropHeading) % 360);
         teardropText_ = buf;
     }

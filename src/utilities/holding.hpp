@@ -59,8 +59,8 @@ class HoldingDialog {
 
     bool Compute();
     const std::string& EntryText() const { return entryText_; }        // "Teardrop"
-    const std::string& OutboundText() const { return outboundText_; }  // "Outbound 180 for 1:00"
-    const std::string& TeardropText() const { return teardropText_; }  // "Teardrop heading 150"
+    const std::string& OutboundText() const { return outboundText_; }  // "Outbound 180°M for 1:00"
+    const std::string& TeardropText() const { return teardropText_; }  // "Teardrop heading 150°M"
     const HoldingPlan& Result() const { return plan_; }
 
   private:
