@@ -1,12 +1,16 @@
 #include "views/chart_generator.hpp"
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
 #include "platform/data_root.hpp"
+#include "platform/disk_space.hpp"
 #include "platform/message_box.hpp"
 #include "platform/numeric.hpp"
 #include "platform/services.hpp"
@@ -234,20 +238,63 @@ std::vector<ChartAirport> LoadChartAirports() {
     return airports;
 }
 
-int GenerateMissingCharts(std::span<const MapRecord> records) {
+namespace {
+
+std::uint32_t Le(const unsigned char* b, int n) {
+    std::uint32_t v = 0;
+    for (int i = n - 1; i >= 0; --i)
+        v = (v << 8) | b[i];
+    return v;
+}
+
+}  // namespace
+
+bool ChartFileUsable(const std::string& file) {
+    namespace fs = std::filesystem;
+    std::error_code ec;
+    const std::uintmax_t size = fs::file_size(file, ec);
+    if (ec || size == 0)
+        return false;
+    unsigned char h[54] = {};
+    std::ifstream in(file, std::ios::binary);
+    const bool header = static_cast<bool>(in.read(reinterpret_cast<char*>(h), sizeof h));
+    if (header && h[0] == 'B' && h[1] == 'M' && Le(h + 14, 4) >= 40 && Le(h + 30, 4) == 0) {
+        // An uncompressed BMP: whole when the file holds every row its header promises.
+        const std::int64_t width = static_cast<std::int32_t>(Le(h + 18, 4));
+        const std::int64_t height = std::llabs(static_cast<std::int32_t>(Le(h + 22, 4)));
+        const std::int64_t bits = Le(h + 28, 2);
+        const std::int64_t rowBytes = (width * bits + 31) / 32 * 4;
+        return width > 0 && height > 0 && bits > 0 &&
+               size >= Le(h + 10, 4) + static_cast<std::uintmax_t>(rowBytes * height);
+    }
+    platform::Graphics* graphics = platform::Sys().graphics;
+    if (graphics == nullptr)
+        return true;  // nothing here can tell
+    platform::Bitmap decoded;
+    std::string error;
+    return graphics->LoadImage(file, &decoded, &error);
+}
+
+ChartGeneration GenerateMissingCharts(std::span<const MapRecord> records) {
     namespace fs = std::filesystem;
     auto& root = *platform::Sys().root;
     Topology world;
     bool loaded = false;
     std::vector<ChartAirport> airports;
-    int drawn = 0;
+    ChartGeneration result;
     for (const MapRecord& r : records) {
-        if (r.Path.empty() || fs::exists(root.Resolve(r.Path)))
+        if (r.Path.empty())
+            continue;
+        // A chart cut short by a full disk or a kill is drawn again.
+        std::error_code ec;
+        const fs::path existing = root.Resolve(r.Path);
+        if (fs::exists(existing, ec) && ChartFileUsable(existing.string()))
             continue;
         if (!loaded) {
             if (!LoadTopology(platform::ResourcePath("natural-earth/countries-50m.json"), world)) {
                 platform::ShowError("Chart data not found: natural-earth/countries-50m.json");
-                return drawn;
+                ++result.failed;
+                return result;
             }
             airports = LoadChartAirports();
             loaded = true;
@@ -260,13 +307,31 @@ int GenerateMissingCharts(std::span<const MapRecord> records) {
                        [](unsigned char ch) { return static_cast<char>(std::toupper(ch)); });
         platform::Bitmap chart =
             DrawChart(r.Calibration, world, airports, title, platform::Sys().graphics);
-        if (chart.Empty() || !WriteBmp(root.ResolveForWrite(r.Path).string(), chart)) {
-            platform::ShowError("Could not write chart " + Utf16ToUtf8(r.Path));
+        const fs::path target = root.ResolveForWrite(r.Path);
+        const fs::path partial = target.string() + ".part";
+        errno = 0;
+        bool written = !chart.Empty() && WriteBmp(partial.string(), chart);
+        int err = errno;
+        written = written && platform::SyncFile(partial) && ChartFileUsable(partial.string());
+        if (written) {
+            fs::rename(partial, target, ec);
+            written = !ec;
+            if (written)
+                platform::SyncFolder(target.parent_path());
+        }
+        if (!written) {
+            bool full = !chart.Empty() &&
+                        (platform::IsOutOfSpace(err) || platform::NoRoomLeft(target.parent_path()));
+            fs::remove(partial, ec);
+            platform::ShowError("Could not write chart " + Utf16ToUtf8(r.Path) +
+                                (full ? ": disk full" : ""));
+            ++result.failed;
+            result.diskFull = result.diskFull || full;
             continue;
         }
-        ++drawn;
+        ++result.drawn;
     }
-    return drawn;
+    return result;
 }
 
 }  // namespace aerix
