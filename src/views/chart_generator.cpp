@@ -3,14 +3,13 @@
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
-#include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
 #include "platform/data_root.hpp"
 #include "platform/disk_space.hpp"
+#include "platform/image_header.hpp"
 #include "platform/message_box.hpp"
 #include "platform/numeric.hpp"
 #include "platform/services.hpp"
@@ -238,35 +237,15 @@ std::vector<ChartAirport> LoadChartAirports() {
     return airports;
 }
 
-namespace {
-
-std::uint32_t Le(const unsigned char* b, int n) {
-    std::uint32_t v = 0;
-    for (int i = n - 1; i >= 0; --i)
-        v = (v << 8) | b[i];
-    return v;
-}
-
-}  // namespace
-
 bool ChartFileUsable(const std::string& file) {
     namespace fs = std::filesystem;
     std::error_code ec;
     const std::uintmax_t size = fs::file_size(file, ec);
     if (ec || size == 0)
         return false;
-    unsigned char h[54] = {};
-    std::ifstream in(file, std::ios::binary);
-    const bool header = static_cast<bool>(in.read(reinterpret_cast<char*>(h), sizeof h));
-    if (header && h[0] == 'B' && h[1] == 'M' && Le(h + 14, 4) >= 40 && Le(h + 30, 4) == 0) {
-        // An uncompressed BMP: whole when the file holds every row its header promises.
-        const std::int64_t width = static_cast<std::int32_t>(Le(h + 18, 4));
-        const std::int64_t height = std::llabs(static_cast<std::int32_t>(Le(h + 22, 4)));
-        const std::int64_t bits = Le(h + 28, 2);
-        const std::int64_t rowBytes = (width * bits + 31) / 32 * 4;
-        return width > 0 && height > 0 && bits > 0 &&
-               size >= Le(h + 10, 4) + static_cast<std::uintmax_t>(rowBytes * height);
-    }
+    // An uncompressed BMP is whole when the file holds every row its header promises.
+    if (auto header = platform::ReadImageHeader(file); header && header->bytesNeeded > 0)
+        return header->height > 0 && size >= header->bytesNeeded;
     platform::Graphics* graphics = platform::Sys().graphics;
     if (graphics == nullptr)
         return true;  // nothing here can tell

@@ -3,13 +3,12 @@
 #include <QImage>
 #include <QImageReader>
 #include <QPainter>
-#include <array>
+#include <algorithm>
+#include <climits>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <fstream>
-#include <optional>
 
+#include "platform/image_header.hpp"
 #include "qt/graphics/qpainter_canvas.hpp"
 
 namespace aerix::qt {
@@ -37,54 +36,6 @@ class BitmapCanvas : private ImagePainter, public QPainterCanvas {
           QPainterCanvas(painter, bitmap.Width(), bitmap.Height()) {}
 };
 
-std::uint32_t Le(const unsigned char* b, int n) {
-    std::uint32_t v = 0;
-    for (int i = n - 1; i >= 0; --i)
-        v = (v << 8) | b[i];
-    return v;
-}
-
-// The size a BMP or JPEG header claims. Qt's readers give no size for some headers they would
-// still try to decode (a 30000 x 30000 BMP), so the size check must not depend on them.
-std::optional<QSize> HeaderSize(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::array<unsigned char, 26> h{};
-    if (!in.read(reinterpret_cast<char*>(h.data()), 4))
-        return std::nullopt;
-    if (h[0] == 'B' && h[1] == 'M') {
-        if (!in.read(reinterpret_cast<char*>(h.data()) + 4, 22))
-            return std::nullopt;
-        std::uint32_t infoSize = Le(&h[14], 4);
-        if (infoSize == 12)  // the old OS/2 header: 16-bit sizes
-            return QSize(static_cast<int>(Le(&h[18], 2)), static_cast<int>(Le(&h[20], 2)));
-        // Rows run top-down when the height is negative.
-        auto w = static_cast<std::int32_t>(Le(&h[18], 4));
-        auto ht = static_cast<std::int32_t>(Le(&h[22], 4));
-        return QSize(std::abs(w), ht == INT32_MIN ? INT32_MAX : std::abs(ht));
-    }
-    if (h[0] != 0xFF || h[1] != 0xD8)
-        return std::nullopt;
-    // JPEG: walk the segments to the frame header.
-    in.seekg(2);
-    unsigned char m[9];
-    while (in.read(reinterpret_cast<char*>(m), 4)) {
-        if (m[0] != 0xFF)
-            return std::nullopt;
-        const unsigned marker = m[1];
-        const unsigned length = (static_cast<unsigned>(m[2]) << 8) | m[3];
-        if (marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 &&
-            marker != 0xCC) {
-            if (!in.read(reinterpret_cast<char*>(m), 5))
-                return std::nullopt;
-            return QSize((m[3] << 8) | m[4], (m[1] << 8) | m[2]);
-        }
-        if (length < 2)
-            return std::nullopt;
-        in.seekg(length - 2, std::ios::cur);
-    }
-    return std::nullopt;
-}
-
 }  // namespace
 
 std::unique_ptr<platform::Canvas> QtGraphics::CanvasOn(platform::Bitmap& bitmap) {
@@ -93,8 +44,12 @@ std::unique_ptr<platform::Canvas> QtGraphics::CanvasOn(platform::Bitmap& bitmap)
 
 bool QtGraphics::LoadImage(const std::string& path, platform::Bitmap* out, std::string* error) {
     QImageReader reader(QString::fromStdString(path));
-    std::optional<QSize> claimed = HeaderSize(path);
-    QSize size = claimed ? *claimed : reader.size();
+    // Qt's readers give no size for some headers they would still try to decode (a BMP of
+    // 30000 x 30000 pixels), so the size check does not depend on them.
+    QSize size = reader.size();
+    if (auto header = platform::ReadImageHeader(path))
+        size = QSize(static_cast<int>(std::min<std::int64_t>(header->width, INT32_MAX)),
+                     static_cast<int>(std::min<std::int64_t>(header->height, INT32_MAX)));
     if (!size.isValid() || size.isEmpty()) {
         if (error)
             *error = "Could not read image " + path + ": " + reader.errorString().toStdString();
