@@ -175,11 +175,19 @@ const std::vector<WindRecord>& WindTable() {
     return table;
 }
 
-// Writes each row; a failed write has said "Record write failed" and the next row goes on.
+// Writes each row; a failed write has said "Record write failed" and the next row goes on. A
+// database left short of its rows (a full disk) is removed again, so that the next start fills
+// it whole instead of taking it for done.
 template <typename Record, typename Writer>
 void WriteAll(DbHandle& h, std::span<const Record> rows, Writer write) {
+    bool whole = true;
     for (const Record& r : rows)
-        write(h, r, 0);
+        whole = write(h, r, 0) != 0 && whole;
+    if (whole)
+        return;
+    platform::CeOid oid = h.DatabaseOid();
+    h.Close();
+    DeleteDatabase(oid);
 }
 
 }  // namespace
@@ -200,9 +208,11 @@ std::span<const WindRecord> DefaultWinds() {
     return WindTable();
 }
 
-void CreateDefaultData() {
+DefaultNavBuild CreateDefaultData() {
     // A fresh install offers a real navigation database to choose at start-up.
-    CreateDefaultNavDatabase();
+    DefaultNavBuild world = CreateDefaultNavDatabase();
+    if (!world.problem.empty())
+        platform::ShowError(world.problem);
     // A database that cannot be created is taken to exist already and is left as it is.
     bool aircraftCreated = CreateAircraftDatabase() != 0;
     {
@@ -233,10 +243,11 @@ void CreateDefaultData() {
             WriteAll(h, DefaultMaps(), WriteMap);
     }
     if (CreateWindDatabase(schema::kWindName) == 0)
-        return;
+        return world;
     DbHandle h = OpenDatabase(schema::kWindName, schema::kWindAltitude);
     if (h)
         WriteAll(h, DefaultWinds(), WriteWind);
+    return world;
 }
 
 }  // namespace aerix

@@ -5,7 +5,10 @@
 #include <sstream>
 
 #include "platform/data_root.hpp"
+#include "platform/disk_space.hpp"
+#include "platform/numbered_backup.hpp"
 #include "platform/services.hpp"
+#include "platform/volume_file.hpp"
 #include "store/nav_volume_scope.hpp"
 #include "store/waypoint_import.hpp"
 
@@ -15,28 +18,61 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr const char* kVolumeSuffixes[] = {"", "-wal", "-shm", "-journal"};
+
 void RemoveVolumeFiles(const fs::path& file) {
     std::error_code ec;
-    for (const char* suffix : {"", "-wal", "-shm"})
+    for (const char* suffix : kVolumeSuffixes)
         fs::remove(file.string() + suffix, ec);
+}
+
+// A damaged volume may still hold a pilot's own waypoints: it is moved aside with its log, never
+// deleted.
+bool MoveAside(const fs::path& file) {
+    fs::path backup = platform::NextBackupName(file);
+    std::error_code ec;
+    fs::rename(file, backup, ec);
+    if (ec)
+        return false;
+    fs::rename(file.string() + "-wal", backup.string() + "-wal", ec);
+    fs::remove(file.string() + "-shm", ec);
+    return true;
+}
+
+DefaultNavBuild Failed(const fs::path& partial, std::string problem, bool diskFull) {
+    // Asked before the partial files give their room back.
+    diskFull = diskFull || platform::NoRoomLeft(partial.parent_path());
+    RemoveVolumeFiles(partial);
+    DefaultNavBuild result;
+    result.problem = "Could not build the navigation database World: " +
+                     (diskFull ? std::string("disk full") : problem);
+    result.diskFull = diskFull;
+    return result;
 }
 
 }  // namespace
 
-std::size_t CreateDefaultNavDatabase() {
+DefaultNavBuild CreateDefaultNavDatabase() {
     const platform::DataRoot& root = *platform::Sys().root;
     fs::path volume = root.Resolve(NavVolumePathOf(kDefaultNavDatabaseName));
-    std::error_code ec;
-    if (fs::exists(volume, ec))
-        return 0;
+    switch (platform::CheckVolumeFile(volume, kDefaultNavDatabaseName)) {
+        case platform::VolumeFileState::kMissing:
+            break;
+        case platform::VolumeFileState::kDamaged:
+            if (!MoveAside(volume))
+                return {0, "Could not move the damaged " + volume.string() + " aside", false};
+            break;
+        default:
+            return {};
+    }
     std::ifstream in(platform::ResourcePath("airports/airports.csv"), std::ios::binary);
     if (!in)
-        return 0;
+        return {};
     std::stringstream text;
     text << in.rdbuf();
     WaypointParse parsed = ParseWaypointFile(text.str(), "airports.csv");
     if (parsed.records.empty())
-        return 0;
+        return {};
 
     volume = root.ResolveForWrite(NavVolumePathOf(kDefaultNavDatabaseName));
     fs::path partial = volume.string() + ".part";
@@ -45,19 +81,22 @@ std::size_t CreateDefaultNavDatabase() {
     {
         NavVolumeScope scope(NavVolumeScope::AtFile{partial});
         if (!scope.Mounted())
-            return 0;
+            return Failed(partial, "the volume could not be created", false);
         result = ImportWaypointsIntoMountedVolume(kDefaultNavDatabaseName, parsed.records);
     }
-    if (!result.ok) {
-        RemoveVolumeFiles(partial);
-        return 0;
-    }
+    if (!result.ok)
+        return Failed(partial, "the waypoints could not be written", false);
+    bool diskFull = false;
+    if (!platform::SealVolumeFile(partial, &diskFull))
+        return Failed(partial, "the volume could not be completed", diskFull);
+    std::error_code ec;
     fs::rename(partial, volume, ec);
-    if (ec) {
-        RemoveVolumeFiles(partial);
-        return 0;
-    }
-    return result.added;
+    if (ec)
+        return Failed(partial, ec.message(), false);
+    platform::SyncFolder(volume.parent_path());
+    DefaultNavBuild built;
+    built.added = result.added;
+    return built;
 }
 
 }  // namespace aerix

@@ -82,10 +82,7 @@ class CalibrateWidget : public DialogFrame {
     }
 
   protected:
-    bool OnOk() override {
-        model_.Ok();
-        return true;
-    }
+    bool OnOk() override { return model_.Ok() != 0; }
     void OnClose() override { model_.Cancel(); }
 
   private:

@@ -6,6 +6,7 @@
 #include "app/default_data.hpp"
 #include "app/state/app_state.hpp"
 #include "app/state/settings.hpp"
+#include "platform/disk_space.hpp"
 #include "platform/object_store.hpp"
 #include "platform/text.hpp"
 #include "qt/graphics/headless.hpp"
@@ -97,15 +98,21 @@ void AddInit(CLI::App& app, ToolContext& ctx) {
         g_app.PortName.assign(u"COM1:");  // preset by start-up before the settings load
         CreateDefaultSettings();
         LoadSettings();
-        CreateDefaultData();
+        DefaultNavBuild world = CreateDefaultData();
+        ChartGeneration charts;
         {
             // After the platform, which installs a fresh set of services.
             qt::HeadlessGraphics headless;
-            GenerateMissingCharts(DefaultMaps());
+            charts = GenerateMissingCharts(DefaultMaps());
         }
         auto boxes = ctx.Ui().Boxes().size();
-        if (boxes != 0)
-            throw ToolFailure("init finished with " + std::to_string(boxes) + " message(s)");
+        if (boxes != 0) {
+            // What was built stays; what was not is built again by the next start.
+            bool full = world.diskFull || charts.diskFull ||
+                        platform::NoRoomLeft(ctx.OpenPlatform().Root().Root());
+            throw ToolFailure(full ? "init failed: disk full"
+                                   : "init finished with " + std::to_string(boxes) + " message(s)");
+        }
         ctx.Out().Emit({{"initialised", ctx.OpenPlatform().Root().Root().string()}});
     });
 }

@@ -1,12 +1,15 @@
 #include "views/chart_generator.hpp"
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 
 #include "platform/data_root.hpp"
+#include "platform/disk_space.hpp"
+#include "platform/image_header.hpp"
 #include "platform/message_box.hpp"
 #include "platform/numeric.hpp"
 #include "platform/services.hpp"
@@ -234,20 +237,43 @@ std::vector<ChartAirport> LoadChartAirports() {
     return airports;
 }
 
-int GenerateMissingCharts(std::span<const MapRecord> records) {
+bool ChartFileUsable(const std::string& file) {
+    namespace fs = std::filesystem;
+    std::error_code ec;
+    const std::uintmax_t size = fs::file_size(file, ec);
+    if (ec || size == 0)
+        return false;
+    // An uncompressed BMP is whole when the file holds every row its header promises.
+    if (auto header = platform::ReadImageHeader(file); header && header->bytesNeeded > 0)
+        return header->height > 0 && size >= header->bytesNeeded;
+    platform::Graphics* graphics = platform::Sys().graphics;
+    if (graphics == nullptr)
+        return true;  // nothing here can tell
+    platform::Bitmap decoded;
+    std::string error;
+    return graphics->LoadImage(file, &decoded, &error);
+}
+
+ChartGeneration GenerateMissingCharts(std::span<const MapRecord> records) {
     namespace fs = std::filesystem;
     auto& root = *platform::Sys().root;
     Topology world;
     bool loaded = false;
     std::vector<ChartAirport> airports;
-    int drawn = 0;
+    ChartGeneration result;
     for (const MapRecord& r : records) {
-        if (r.Path.empty() || fs::exists(root.Resolve(r.Path)))
+        if (r.Path.empty())
+            continue;
+        // A chart cut short by a full disk or a kill is drawn again.
+        std::error_code ec;
+        const fs::path existing = root.Resolve(r.Path);
+        if (fs::exists(existing, ec) && ChartFileUsable(existing.string()))
             continue;
         if (!loaded) {
             if (!LoadTopology(platform::ResourcePath("natural-earth/countries-50m.json"), world)) {
                 platform::ShowError("Chart data not found: natural-earth/countries-50m.json");
-                return drawn;
+                ++result.failed;
+                return result;
             }
             airports = LoadChartAirports();
             loaded = true;
@@ -260,13 +286,31 @@ int GenerateMissingCharts(std::span<const MapRecord> records) {
                        [](unsigned char ch) { return static_cast<char>(std::toupper(ch)); });
         platform::Bitmap chart =
             DrawChart(r.Calibration, world, airports, title, platform::Sys().graphics);
-        if (chart.Empty() || !WriteBmp(root.ResolveForWrite(r.Path).string(), chart)) {
-            platform::ShowError("Could not write chart " + Utf16ToUtf8(r.Path));
+        const fs::path target = root.ResolveForWrite(r.Path);
+        const fs::path partial = target.string() + ".part";
+        errno = 0;
+        bool written = !chart.Empty() && WriteBmp(partial.string(), chart);
+        int err = errno;
+        written = written && platform::SyncFile(partial) && ChartFileUsable(partial.string());
+        if (written) {
+            fs::rename(partial, target, ec);
+            written = !ec;
+            if (written)
+                platform::SyncFolder(target.parent_path());
+        }
+        if (!written) {
+            bool full = !chart.Empty() &&
+                        (platform::IsOutOfSpace(err) || platform::NoRoomLeft(target.parent_path()));
+            fs::remove(partial, ec);
+            platform::ShowError("Could not write chart " + Utf16ToUtf8(r.Path) +
+                                (full ? ": disk full" : ""));
+            ++result.failed;
+            result.diskFull = result.diskFull || full;
             continue;
         }
-        ++drawn;
+        ++result.drawn;
     }
-    return drawn;
+    return result;
 }
 
 }  // namespace aerix

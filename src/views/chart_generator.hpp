@@ -30,8 +30,18 @@ platform::Bitmap DrawChart(const MapCalibrationValues& calibration, const Topolo
                            platform::Graphics* graphics);
 // The airports of resources/airports/airports.csv (none when it is missing).
 std::vector<ChartAirport> LoadChartAirports();
-// Draws every chart of records whose bitmap file is missing, as a BMP at its path. Returns the
-// number drawn; a chart that cannot be written is told and skipped.
-int GenerateMissingCharts(std::span<const MapRecord> records);
+// Whether a chart file can be shown: not empty, not a BMP cut short, and decoded by the
+// graphics when it is not a plain BMP.
+bool ChartFileUsable(const std::string& file);
+
+struct ChartGeneration {
+    int drawn = 0;
+    int failed = 0;
+    bool diskFull = false;  // a chart could not be written for want of room
+};
+// Draws every chart of records whose bitmap file is missing or unusable, as a BMP at its path:
+// written under a temporary name, flushed and checked, then renamed into place. A chart that
+// cannot be written is told (a full disk in those words) and left for the next start.
+ChartGeneration GenerateMissingCharts(std::span<const MapRecord> records);
 
 }  // namespace aerix

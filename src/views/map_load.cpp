@@ -5,6 +5,7 @@
 #include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
+#include "platform/text.hpp"
 #include "store/record_store.hpp"
 #include "views/calibration_file.hpp"
 #include "views/calibration_records.hpp"
@@ -70,7 +71,19 @@ void LoadMapCalibration(std::u16string_view path) {
         platform::ShowNotice(kMapNotCalibratedText, "Warning");
         return;
     }
-    ReadCalibrationFile(calibrationPath, g_app.MapCalibration);
+    // Numbers that place the chart nowhere sensible would draw another country under the
+    // aircraft: such a file is refused and the calibration in force stays.
+    MapCalibrationValues read = g_app.MapCalibration;
+    std::string problem;
+    ReadCalibrationFile(calibrationPath, read, &problem);
+    if (problem.empty())
+        problem = CalibrationProblem(read);
+    if (!problem.empty()) {
+        platform::ShowError("Calibration file " + Utf16ToUtf8(calibrationPath) +
+                            " refused: " + problem);
+        return;
+    }
+    g_app.MapCalibration = read;
     record.Path = std::u16string(path);
     record.Calibration = g_app.MapCalibration;
     WriteMap(h, record);

@@ -3,14 +3,17 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <optional>
+#include <string>
 #include <system_error>
 
 #include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
 #include "platform/text.hpp"
-#include "platform/text_numbers.hpp"
 #include "store/record_store.hpp"
+#include "utilities/entry_text.hpp"
+#include "views/calibration_file.hpp"
 #include "views/calibration_records.hpp"
 #include "views/storage_cards.hpp"
 
@@ -53,9 +56,13 @@ std::u16string StoragePattern(std::u16string_view storage) {
     return u"\\" + std::u16string(storage) + u"\\" + u"*bmp";
 }
 
-double ReadField(const std::u16string& text) {
-    // At most 14 characters are read; what is not a number counts as 0.
-    return TextToDouble(Utf16ToUtf8(std::u16string_view(text).substr(0, 14)));
+// At most 14 characters are read. An empty field counts as 0; anything else must be a number as
+// a whole, so "7,5" or "12x" is told rather than read as 7 or 12.
+std::optional<double> ReadField(const std::u16string& text, std::string_view label) {
+    std::string field = Utf16ToUtf8(std::u16string_view(text).substr(0, 14));
+    if (field.find_first_not_of(" \t") == std::string::npos)
+        return 0.0;
+    return ReadNumberField(field, label);
 }
 
 }  // namespace
@@ -168,10 +175,16 @@ void CalibrateDialog::ToggleLonHemisphere() {
 }
 
 int CalibrateDialog::Ok() {
-    double latitude = ReadField(latDegrees) + ReadField(latMinutes) * (1.0 / 60);
+    std::optional<double> latDeg, latMin, lonDeg, lonMin;
+    if (!(latDeg = ReadField(latDegrees, "Latitude degrees")) ||
+        !(latMin = ReadField(latMinutes, "Latitude minutes")) ||
+        !(lonDeg = ReadField(lonDegrees, "Longitude degrees")) ||
+        !(lonMin = ReadField(lonMinutes, "Longitude minutes")))
+        return 0;
+    double latitude = *latDeg + *latMin * (1.0 / 60);
     if (latHemisphere == u"S")
         latitude = -latitude;
-    double longitude = ReadField(lonDegrees) + ReadField(lonMinutes) * (1.0 / 60);
+    double longitude = *lonDeg + *lonMin * (1.0 / 60);
     if (lonHemisphere == u"W")
         longitude = -longitude;
     const double column = g_app.MapCenterX - g_app.AnchorX + g_app.AircraftScreenX;
@@ -203,7 +216,7 @@ int CalibrateDialog::Cancel() {
 }
 
 void CompleteCalibration() {
-    MapCalibrationValues& c = g_app.MapCalibration;
+    MapCalibrationValues c = g_app.MapCalibration;
     const double dLon = c[kRefLon2] - c[kRefLon1];
     const double dX = c[kRefX2] - c[kRefX1];
     const double dLat = c[kRefLat2] - c[kRefLat1];
@@ -214,6 +227,13 @@ void CompleteCalibration() {
     c[kEastLimit] = ((g_app.MapWidth - 35) - c[kRefX1]) * dLon / dX + c[kRefLon1];
     c[kNorthLimit] = (35 - c[kRefY1]) * dLat / dY + c[kRefLat1];
     c[kScaleNumber] = std::fabs(dLon) > 1e-6 ? std::fabs(dX / dLon) : 9999999999.0;
+    // Two corners on one parallel or meridian place the chart nowhere: nothing is stored and the
+    // corners stay marked, so that entering one again completes it.
+    if (std::string problem = CalibrationProblem(c); !problem.empty()) {
+        platform::ShowError("Calibration refused: " + problem);
+        return;
+    }
+    g_app.MapCalibration = c;
     {
         DbHandle h = OpenDatabase(schema::kMapsName, schema::kMapPath);
         if (h)

@@ -42,14 +42,16 @@ class CalibrateDialog {
     void ToggleLatHemisphere();
     void ToggleLonHemisphere();
     // Stores the corner; with both corners entered completes and stores the calibration.
-    // Returns the dialog's result (1).
+    // Returns the dialog's result (1); 0, after "<field>: enter a number", when a field holds
+    // something other than a number (the dialog stays open).
     int Ok();
     // Clears both corner flags; 2.
     int Cancel();
 };
 
 // Completes a calibration from the two reference points in g_app.MapCalibration and the chart
-// size: the limits 35 pixels inside the edges and ScaleNumber.
+// size: the limits 35 pixels inside the edges and ScaleNumber. Numbers that place no chart
+// (corners on one parallel or meridian) are told and nothing is stored.
 void CompleteCalibration();
 
 // "Calibrated maps": the charts of "Maps", by file name.

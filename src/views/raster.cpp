@@ -110,7 +110,9 @@ bool WriteBmp(const std::string& path, const platform::Bitmap& bitmap) {
         }
         out.write(row.data(), static_cast<std::streamsize>(rowBytes));
     }
-    return static_cast<bool>(out);
+    // The last bytes reach the file only on close: a full disk shows there.
+    out.close();
+    return !out.fail();
 }
 
 }  // namespace aerix

@@ -7,7 +7,9 @@
 #include <filesystem>
 
 #include "app/state/app_state.hpp"
+#include "platform/volume_file.hpp"
 #include "store/nav_database_loader.hpp"
+#include "store/nav_volume_scope.hpp"
 #include "support/test_platform.hpp"
 
 namespace aerix {
@@ -17,11 +19,13 @@ namespace fs = std::filesystem;
 
 TEST(DefaultNavDatabase, TheShippedListBecomesWorldOnceAndLoadsWhole) {
     testing::TestPlatform platform;
-    EXPECT_EQ(CreateDefaultNavDatabase(), 5210u);  // every row of the list is read
+    EXPECT_EQ(CreateDefaultNavDatabase().added, 5210u);  // every row of the list is read
     fs::path volume = platform.Data().Resolve(u"\\My Documents\\Aerix\\World.CDB");
     EXPECT_TRUE(fs::exists(volume));
     EXPECT_FALSE(fs::exists(volume.string() + ".part"));
-    EXPECT_EQ(CreateDefaultNavDatabase(), 0u);  // there already
+    EXPECT_EQ(CreateDefaultNavDatabase().added, 0u);  // there already
+    EXPECT_EQ(platform::CheckVolumeFile(volume, u"World"), platform::VolumeFileState::kWhole);
+    EXPECT_FALSE(fs::exists(volume.string() + "-wal"));
 
     g_app.NavDatabaseName.assign(u"World");
     LoadNavDatabase();
@@ -44,13 +48,20 @@ TEST(DefaultNavDatabase, AnInterruptedBuildIsStartedAgainAndAMissingListBuildsNo
     testing::WriteFile(volume.string() + ".part", "left over from a crash");
 
     ::setenv("AERIX_RESOURCES", "/nonexistent", 1);
-    EXPECT_EQ(CreateDefaultNavDatabase(), 0u);
+    EXPECT_EQ(CreateDefaultNavDatabase().added, 0u);
     EXPECT_FALSE(fs::exists(volume));
     ::setenv("AERIX_RESOURCES", resources.Path().c_str(), 1);
-    EXPECT_EQ(CreateDefaultNavDatabase(), 1u);
-    ::unsetenv("AERIX_RESOURCES");
+    EXPECT_EQ(CreateDefaultNavDatabase().added, 1u);
     EXPECT_TRUE(fs::exists(volume));
     EXPECT_FALSE(fs::exists(volume.string() + ".part"));
+    // A volume without the database (left empty) is kept beside and built again.
+    fs::remove(volume);
+    { NavVolumeScope empty(NavVolumeScope::AtFile{volume}); }
+    EXPECT_EQ(platform::CheckVolumeFile(volume, u"World"), platform::VolumeFileState::kDamaged);
+    EXPECT_EQ(CreateDefaultNavDatabase().added, 1u);
+    ::unsetenv("AERIX_RESOURCES");
+    EXPECT_EQ(platform::CheckVolumeFile(volume, u"World"), platform::VolumeFileState::kWhole);
+    EXPECT_TRUE(fs::exists(volume.string() + ".1"));
     EXPECT_TRUE(platform.Ui().Boxes().empty());
 }
 

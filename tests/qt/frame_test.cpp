@@ -170,6 +170,25 @@ TEST(QtGraphicsTest, DrawsIntoBitmapsAndRefusesHugeImages) {
     testing::WriteFile(huge, std::string_view(header, sizeof header - 1));
     EXPECT_FALSE(graphics.LoadImage(huge.string(), &back, &error));
     EXPECT_NE(error.find("too large for memory"), std::string::npos) << error;
+    // BMP and JPEG headers claiming 30000 x 30000 pixels (a JPEG after an APP0 segment) are
+    // refused in the same words, before any decoding.
+    std::string bmp("BM", 2);
+    bmp += std::string(12, '\0');
+    const unsigned char info[] = {40, 0, 0, 0, 0x30, 0x75, 0, 0, 0x30, 0x75, 0, 0, 1, 0, 24, 0};
+    bmp += std::string(reinterpret_cast<const char*>(info), sizeof info);
+    bmp += std::string(24 + 300, '\0');
+    const unsigned char jpeg[] = {0xFF, 0xD8, 0xFF, 0xE0, 0,    16,   'J',  'F', 'I', 'F',  0,
+                                  1,    1,    0,    0,    1,    0,    1,    0,   0,   0xFF, 0xC0,
+                                  0,    11,   8,    0x75, 0x30, 0x75, 0x30, 1,   1,   0x11, 0};
+    for (auto [name, bytes] :
+         {std::pair{"huge.bmp", bmp},
+          std::pair{"huge.jpg", std::string(reinterpret_cast<const char*>(jpeg), sizeof jpeg)}}) {
+        SCOPED_TRACE(name);
+        testing::WriteFile(dir.Path() / name, bytes);
+        EXPECT_FALSE(graphics.LoadImage((dir.Path() / name).string(), &back, &error));
+        EXPECT_NE(error.find("too large for memory (30000 x 30000 pixels)"), std::string::npos)
+            << error;
+    }
     EXPECT_FALSE(graphics.LoadImage((dir.Path() / "missing.png").string(), &back, &error));
 }
 

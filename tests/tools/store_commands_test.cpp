@@ -65,6 +65,68 @@ TEST(StoreCommands, InitLeavesExactlyTheDefaultRowsInSortOrder) {
               std::string::npos);
 }
 
+// A 24-bit BMP holding every row its header promises.
+bool WholeBmp(const std::filesystem::path& file) {
+    std::string b = ReadFile(file);
+    if (b.size() < 54 || b.compare(0, 2, "BM") != 0)
+        return false;
+    auto le32 = [&](std::size_t at) {
+        return static_cast<std::uint32_t>(static_cast<unsigned char>(b[at])) |
+               static_cast<std::uint32_t>(static_cast<unsigned char>(b[at + 1])) << 8 |
+               static_cast<std::uint32_t>(static_cast<unsigned char>(b[at + 2])) << 16 |
+               static_cast<std::uint32_t>(static_cast<unsigned char>(b[at + 3])) << 24;
+    };
+    return b.size() == 54 + (le32(18) * 3 + 3) / 4 * 4 * static_cast<std::size_t>(le32(22));
+}
+
+// A first start on a disk that fills up (a file size limit stands in for it: writes fail with
+// EFBIG as on a full disk with ENOSPC) says so and fails; the next start finishes the job, also
+// over charts cut short and a damaged World volume, which is kept beside.
+TEST(StoreCommands, InitOnAFullDiskLeavesNothingHalfMade) {
+    namespace fs = std::filesystem;
+    TempDir home;
+    const fs::path folder = home.Path() / "My Documents" / "Aerix";
+    const std::string limited = "bash -c \"trap '' XFSZ; ulimit -f 1500; exec env -u AERIX_HOME '" +
+                                std::string(AERIX_TOOL_PATH) + "' --home '" + home.Path().string() +
+                                "' init\" >/dev/null 2>'" + (home.Path() / "err").string() + "'";
+    int raw = std::system(limited.c_str());
+    ASSERT_TRUE(WIFEXITED(raw));
+    EXPECT_EQ(WEXITSTATUS(raw), 1);
+    std::string err = ReadFile(home.Path() / "err");
+    EXPECT_NE(err.find("Could not build the navigation database World: disk full"),
+              std::string::npos)
+        << err;
+    EXPECT_NE(err.find("init failed: disk full"), std::string::npos) << err;
+    // Nothing cut short in place: what could not be finished is not there at all.
+    for (const char* gone :
+         {"World.CDB", "World.CDB.part", "World.CDB.part-wal", "Miami.bmp", "Miami.bmp.part"})
+        EXPECT_FALSE(fs::exists(folder / gone)) << gone;
+
+    auto checkWhole = [&] {
+        ToolRun init = RunToolAt(home.Path(), "init");
+        ASSERT_EQ(init.status, 0) << init.err;
+        ToolRun world = RunToolAt(
+            home.Path(), "--json db list --volume '" + (folder / "World.CDB").string() + "'");
+        EXPECT_NE(world.out.find(R"("name": "World", "type": 0, "records": 5210)"),
+                  std::string::npos)
+            << world.out << world.err;
+        EXPECT_FALSE(fs::exists(folder / "World.CDB-wal"));
+        for (const char* chart : {"World1.bmp", "Europe.bmp", "Usa.bmp", "Miami.bmp"})
+            EXPECT_TRUE(WholeBmp(folder / chart)) << chart;
+    };
+    checkWhole();
+    const auto europe = fs::file_size(folder / "Europe.bmp");
+
+    // A chart cut short and a volume that is not a database are made again.
+    fs::resize_file(folder / "Europe.bmp", 10000);
+    WriteFile(folder / "Usa.bmp", "");
+    const std::string garbage(8192, 'x');
+    WriteFile(folder / "World.CDB", garbage);
+    checkWhole();
+    EXPECT_EQ(fs::file_size(folder / "Europe.bmp"), europe);
+    EXPECT_EQ(ReadFile(folder / "World.CDB.1"), garbage);
+}
+
 TEST(StoreCommands, DamagedStoreIsReportedAndLeftAlone) {
     TempDir home;
     const std::string garbage(8192, 'x');

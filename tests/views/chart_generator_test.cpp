@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "platform/data_root.hpp"
+#include "platform/recording_canvas.hpp"
+#include "platform/services.hpp"
 #include "support/test_platform.hpp"
 #include "views/chart_generator.hpp"
 #include "views/map_geometry.hpp"
@@ -73,12 +75,28 @@ TEST(ChartGenerator, GraticuleStepsKeepLinesApart) {
 TEST(ChartGenerator, MissingChartsAreWrittenOnceAsBmp) {
     testing::TestPlatform p;
     std::vector<MapRecord> records{{u"\\My Documents\\Aerix\\World1.bmp", World1()}};
-    EXPECT_EQ(GenerateMissingCharts(records), 1);
-    std::string bmp = testing::ReadFile(p.Data().Resolve("\\My Documents\\Aerix\\World1.bmp"));
+    EXPECT_EQ(GenerateMissingCharts(records).drawn, 1);
+    const auto file = p.Data().Resolve("\\My Documents\\Aerix\\World1.bmp");
+    std::string bmp = testing::ReadFile(file);
     ASSERT_GT(bmp.size(), 54u);
     EXPECT_EQ(bmp.substr(0, 2), "BM");
     EXPECT_EQ(static_cast<unsigned char>(bmp[18]) | static_cast<unsigned char>(bmp[19]) << 8, 862);
-    EXPECT_EQ(GenerateMissingCharts(records), 0);
+    EXPECT_TRUE(ChartFileUsable(file.string()));
+    EXPECT_EQ(GenerateMissingCharts(records).drawn, 0);
+    // Cut short by a full disk or a kill, empty, or not an image the graphics can decode: drawn
+    // again.
+    platform::RecordingGraphics graphics;
+    platform::Sys().graphics = &graphics;
+    for (std::string damaged : {bmp.substr(0, 10000), std::string(), std::string("GIF89a junk")}) {
+        testing::WriteFile(file, damaged);
+        EXPECT_FALSE(ChartFileUsable(file.string()));
+        ChartGeneration again = GenerateMissingCharts(records);
+        EXPECT_EQ(again.drawn, 1);
+        EXPECT_EQ(testing::ReadFile(file), bmp);
+    }
+    platform::Sys().graphics = nullptr;
+    EXPECT_FALSE(std::filesystem::exists(file.string() + ".part"));
+    EXPECT_TRUE(p.Ui().Boxes().empty());
 }
 
 TEST(ChartGenerator, MalformedTopologyIsRefused) {

@@ -82,5 +82,18 @@ TEST(MapManagement, RecalibrationReplacesTheChartsCalibration) {
     EXPECT_EQ(RecordsOf(kOther)[0].Calibration[kScaleNumber], 7);
 }
 
+TEST(MapManagement, CornersOnOneParallelStoreNothing) {
+    testing::TestPlatform p;
+    CreateMapsDatabase();
+    Calibrate(u"51", u"1", u"51", u"-8");  // both corners at 51 N
+    EXPECT_EQ(p.Ui().Boxes().back().text, "Calibration refused: RefLat1 equals RefLat2");
+    EXPECT_TRUE(RecordsOf(kChart).empty());
+    // The corners stay marked: entering the SW corner again completes the calibration.
+    EXPECT_EQ(g_app.CalibrationFirstDone, 1);
+    Calibrate(u"51", u"1", u"50", u"-8");
+    EXPECT_EQ(p.Ui().Boxes().back().text, kCalibratedText);
+    EXPECT_EQ(RecordsOf(kChart).size(), 1u);
+}
+
 }  // namespace
 }  // namespace aerix

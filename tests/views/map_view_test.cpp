@@ -355,7 +355,7 @@ TEST_F(MapViewTest, UncalibratedChartIsAutoCalibratedFromItsFile) {
                        "x\xB8"
                        "5\xB8");
     testing::WriteFile(p.Data().ResolveForWrite("\\My Documents\\Aerix\\n.bmp"), "x");
-    g_app.MapCalibration[kScaleNumber] = 3;
+    g_app.MapCalibration = Flat(3);
     LoadMapCalibration(u"\\My Documents\\Aerix\\n.bmp");
     EXPECT_EQ(p.Ui().Boxes().back().text, kMapAutoCalibratedText);
     EXPECT_EQ(p.Ui().Boxes().back().caption, "Information");
@@ -363,6 +363,64 @@ TEST_F(MapViewTest, UncalibratedChartIsAutoCalibratedFromItsFile) {
     LoadMapCalibration(u"\\My Documents\\Aerix\\other.bmp");
     EXPECT_EQ(p.Ui().Boxes().back().text, kMapNotCalibratedText);
     EXPECT_EQ(p.Ui().Boxes().back().caption, "Warning");
+}
+
+TEST_F(MapViewTest, CalibrationFileThatPlacesNoChartIsRefused) {
+    CreateMapsDatabase();
+    const std::string s = "\xB8";
+    auto line = [&](std::vector<std::string> fields) {
+        std::string text = "x" + s;
+        for (const std::string& f : fields)
+            text += f + s;
+        return text + "\r\n";
+    };
+    // Flat(10): 10 px per degree, reference columns 0 and 100, rows 0 and 100.
+    const std::vector<std::string> good{"10", "0",  "100", "0",  "100", "0", "10",
+                                        "60", "50", "0",   "60", "0",   "60"};
+    struct Case {
+        const char* name;
+        int field;  // 1 to 13, replaced by text
+        std::string text;
+        const char* says;
+    };
+    const std::vector<Case> cases{
+        {"nan", 6, "nan", "RefLon1 (field 6) is not a number"},
+        {"text", 1, "abc", "pixels per degree (field 1) is not a number"},
+        {"infinite", 11, "1e400", "north limit is not a finite number"},
+        {"zero scale", 1, "0", "pixels per degree is 0, not above 0"},
+        {"negative scale", 1, "-5", "pixels per degree is -5, not above 0"},
+        {"one column", 3, "0", "RefX1 equals RefX2"},
+        {"one parallel", 9, "60", "RefLat1 equals RefLat2"},
+        {"south above north", 10, "61", "south limit 61 is not below north limit 60"},
+        {"west not below east", 13, "0", "west limit 0 is not below east limit 0"},
+    };
+    const std::u16string chart = u"\\My Documents\\Aerix\\bad.bmp";
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        std::vector<std::string> fields = good;
+        fields[static_cast<std::size_t>(c.field - 1)] = c.text;
+        // A good line first: the bad last line still wins.
+        testing::WriteFile(p.Data().ResolveForWrite("\\My Documents\\Aerix\\bad.ndx"),
+                           line(good) + line(fields));
+        g_app.MapCalibration = Flat(7);
+        LoadMapCalibration(chart);
+        EXPECT_EQ(
+            p.Ui().Boxes().back().text,
+            std::string("Calibration file \\My Documents\\Aerix\\bad.ndx refused: ") + c.says);
+        EXPECT_EQ(g_app.MapCalibration, Flat(7));
+        DbHandle h = OpenDatabase(schema::kMapsName, schema::kMapPath);
+        MapRecord r;
+        EXPECT_EQ(ReadMap(h, kByIndex, 0, r), 0u);  // nothing written
+    }
+    // The same file made good calibrates; "12abc" still reads as 12.
+    std::vector<std::string> fields = good;
+    fields[0] = "12abc";
+    testing::WriteFile(p.Data().ResolveForWrite("\\My Documents\\Aerix\\bad.ndx"), line(fields));
+    LoadMapCalibration(chart);
+    EXPECT_EQ(p.Ui().Boxes().back().text, kMapAutoCalibratedText);
+    MapCalibrationValues expected = Flat(10);
+    expected[kScaleNumber] = 12;
+    EXPECT_EQ(g_app.MapCalibration, expected);
 }
 
 TEST_F(MapViewTest, CalibrationPutsLimits35PixelsInside) {
@@ -380,9 +438,17 @@ TEST_F(MapViewTest, CalibrationPutsLimits35PixelsInside) {
     d.latDegrees = u"51";
     d.latMinutes = u"30.0";
     d.lonDegrees = u"1";
-    d.lonMinutes = u"xx";  // not a number: 0
+    // Typing slips are told, not read as their leading number or as 0.
+    for (std::u16string slip : {u"xx", u"7,5", u"12x"}) {
+        d.lonMinutes = slip;
+        EXPECT_EQ(d.Ok(), 0);
+        EXPECT_EQ(p.Ui().Boxes().back().text, "Longitude minutes: enter a number");
+        EXPECT_EQ(g_app.CalibrationFirstDone, 0);
+    }
+    const std::size_t told = p.Ui().Boxes().size();
+    d.lonMinutes = u"";  // empty counts as 0
     EXPECT_EQ(d.Ok(), 1);
-    EXPECT_TRUE(p.Ui().Boxes().empty());
+    EXPECT_EQ(p.Ui().Boxes().size(), told);
     g_app.CalibrateCorner = 0;  // SW: pixel (135, 506), 9 degrees west, 1 degree south
     g_app.MapCenterX = 135;
     g_app.MapCenterY = 520;

@@ -3,8 +3,12 @@
 #include <QImage>
 #include <QImageReader>
 #include <QPainter>
+#include <algorithm>
+#include <climits>
+#include <cstdint>
 #include <cstring>
 
+#include "platform/image_header.hpp"
 #include "qt/graphics/qpainter_canvas.hpp"
 
 namespace aerix::qt {
@@ -40,8 +44,13 @@ std::unique_ptr<platform::Canvas> QtGraphics::CanvasOn(platform::Bitmap& bitmap)
 
 bool QtGraphics::LoadImage(const std::string& path, platform::Bitmap* out, std::string* error) {
     QImageReader reader(QString::fromStdString(path));
+    // Qt's readers give no size for some headers they would still try to decode (a BMP of
+    // 30000 x 30000 pixels), so the size check does not depend on them.
     QSize size = reader.size();
-    if (!size.isValid()) {
+    if (auto header = platform::ReadImageHeader(path))
+        size = QSize(static_cast<int>(std::min<std::int64_t>(header->width, INT32_MAX)),
+                     static_cast<int>(std::min<std::int64_t>(header->height, INT32_MAX)));
+    if (!size.isValid() || size.isEmpty()) {
         if (error)
             *error = "Could not read image " + path + ": " + reader.errorString().toStdString();
         return false;
