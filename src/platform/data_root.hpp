@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace aerix::platform {
@@ -20,8 +21,14 @@ class DataRoot {
 
     // Maps a pocket-computer path (backslashes or slashes, leading separator optional) to the
     // file under the root. Components that exist in another letter case resolve to that entry.
+    // Parts of the path come from typed names and data files, so a path that could lead out of
+    // the root (see Refusal) maps to an empty path, which every file operation fails on, and the
+    // reason goes to stderr.
     std::filesystem::path Resolve(std::u16string_view pocketPath) const;
     std::filesystem::path Resolve(std::string_view pocketPath) const;
+
+    // Why a pocket path may not be mapped ("a \"..\" component", ...); empty when it may.
+    static std::string Refusal(std::string_view pocketPath);
 
     // As Resolve, and creates the folders leading to the file.
     std::filesystem::path ResolveForWrite(std::u16string_view pocketPath) const;

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <system_error>
 
+#include "platform/data_root.hpp"
 #include "platform/services.hpp"
 #include "platform/text.hpp"
 
@@ -70,6 +71,9 @@ fs::path ResolveStoragePath(std::u16string_view pocketPath) {
             if (card.name == first) {
                 fs::path path = card.mount;
                 std::string tail = Utf16ToUtf8(rest.substr(cut + 1));
+                // The card is confined as the data root is.
+                if (!platform::DataRoot::Refusal(tail).empty())
+                    return platform::Sys().root->Resolve(tail);
                 std::replace(tail.begin(), tail.end(), '\\', '/');
                 return path / tail;
             }

@@ -26,7 +26,7 @@ TEST(DataRoot, ResolvesEachComponentIgnoringCaseAndSeparatorForm) {
         {"\\My Documents\\Aerix\\World1.bmp", aerix / "World1.bmp"},
         {"\\my documents\\aerix\\WORLD1.BMP", aerix / "World1.bmp"},
         {"My Documents/aerix/world1.bmp", aerix / "World1.bmp"},
-        {"/MY DOCUMENTS//AERIX/", aerix},
+        {"/MY DOCUMENTS/AERIX/", aerix},
         {"\\My Documents\\aerix\\New.txt", aerix / "New.txt"},  // missing: spelled as given
         {"\\My Documents\\ZÜRICH\\A.TXT", dir.Path() / "My Documents" / "Zürich" / "a.txt"},
         {"", dir.Path()}};
@@ -47,6 +47,29 @@ TEST(DataRoot, ResolveForWriteCreatesTheFoldersButNotTheFile) {
     // An existing folder in another case is reused, not doubled.
     EXPECT_EQ(root.ResolveForWrite("\\my documents\\AERIX\\x.txt").parent_path(),
               file.parent_path());
+}
+
+TEST(DataRoot, RefusesPathsThatCouldLeaveTheRootAndCreatesNothing) {
+    TempDir dir;
+    DataRoot root(dir.Path() / "home");
+    ASSERT_TRUE(root.Create());
+    const std::vector<std::pair<std::string, std::string>> refused = {
+        {"\\My Documents\\aerix\\..\\..\\..\\outside\\escaped.CDB", "\"..\" component"},
+        {"../../x", "\"..\" component"},
+        {"\\My Documents\\aerix\\..\\x.CDB", "\"..\" component"},
+        {"\\My Documents\\aerix\\/etc/passwd.CDB", "absolute path"},
+        {"\\My Documents\\aerix\\C:\\x.CDB", "absolute path"},
+        {std::string("\\My Documents\\a\0b.bmp", 21), "NUL"}};
+    for (const auto& [pocket, why] : refused) {
+        EXPECT_NE(DataRoot::Refusal(pocket).find(why), std::string::npos) << pocket;
+        EXPECT_EQ(root.Resolve(pocket), fs::path()) << pocket;
+        EXPECT_EQ(root.ResolveForWrite(Utf8ToUtf16(pocket)), fs::path()) << pocket;
+    }
+    for (std::string fine : {"\\My Documents\\Aerix\\.", "\\My Documents\\a..b.CDB", "x:y"})
+        EXPECT_EQ(DataRoot::Refusal(fine), "") << fine;
+    // Nothing was made, inside the root or beside it.
+    EXPECT_TRUE(fs::is_empty(dir.Path() / "home"));
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir.Path()), fs::directory_iterator()), 1);
 }
 
 // Sets an environment variable for one scope and restores it after.
