@@ -1,5 +1,8 @@
 #include "platform/data_root.hpp"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cctype>
 #include <cstdio>
 #include <cstdlib>
@@ -136,6 +139,31 @@ bool DataRoot::Create() const {
     std::error_code ec;
     fs::create_directories(root_, ec);
     return fs::is_directory(root_, ec);
+}
+
+namespace {
+
+// Ours, a real folder (not a link to one) and closed to group and others.
+bool IsPrivateFolder(const fs::path& folder) {
+    struct stat st {};
+    return ::lstat(folder.c_str(), &st) == 0 && S_ISDIR(st.st_mode) && st.st_uid == ::geteuid() &&
+           (st.st_mode & 077) == 0;
+}
+
+}  // namespace
+
+fs::path PrivateRuntimeFolder(const fs::path& dataRoot) {
+    if (const char* xdg = std::getenv("XDG_RUNTIME_DIR"); xdg && *xdg && IsPrivateFolder(xdg))
+        return fs::path(xdg);
+    fs::path own = dataRoot / ".runtime";
+    std::error_code ec;
+    fs::create_directories(dataRoot, ec);
+    ::mkdir(own.c_str(), 0700);
+    struct stat st {};
+    // Left looser by an older run or a copy: ours, so close it.
+    if (::lstat(own.c_str(), &st) == 0 && S_ISDIR(st.st_mode) && st.st_uid == ::geteuid())
+        ::chmod(own.c_str(), 0700);
+    return IsPrivateFolder(own) ? own : fs::path();
 }
 
 fs::path ResourcePath(std::string_view name) {

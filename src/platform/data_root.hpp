@@ -45,6 +45,11 @@ class DataRoot {
 // existing spelling, or the given name when nothing matches.
 std::filesystem::path MatchComponent(const std::filesystem::path& folder, const std::string& name);
 
+// A folder only this user can enter, for the single-instance socket: $XDG_RUNTIME_DIR when it is
+// this user's and closed to others (mode 0700), else <dataRoot>/.runtime, made 0700. Empty when
+// neither can be had; a folder of fixed name in /tmp would let another user take the name first.
+std::filesystem::path PrivateRuntimeFolder(const std::filesystem::path& dataRoot);
+
 // The program's read-only resources (magnetic model, map data, manual): $AERIX_RESOURCES, the
 // source tree's resources/ when run from a build, else the installed share/aerix.
 std::filesystem::path ResourcePath(std::string_view name);

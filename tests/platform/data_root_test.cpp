@@ -104,6 +104,30 @@ TEST(DataRoot, ChoosesEnvironmentThenOptionThenXdg) {
     EXPECT_EQ(DataRoot::Choose(std::nullopt), fs::path("/home/pilot/.local/share/aerix"));
 }
 
+TEST(DataRoot, RuntimeFolderIsOnlyEverOneOtherUsersCannotEnter) {
+    TempDir dir;
+    fs::path xdg = dir.Path() / "run";
+    fs::create_directory(xdg);
+    fs::permissions(xdg, fs::perms::owner_all, fs::perm_options::replace);
+    fs::path root = dir.Path() / "home";
+    {
+        ScopedEnv env("XDG_RUNTIME_DIR", xdg.c_str());
+        EXPECT_EQ(PrivateRuntimeFolder(root), xdg);
+        // Open to others: not used.
+        fs::permissions(xdg, fs::perms::owner_all | fs::perms::others_exec,
+                        fs::perm_options::replace);
+        EXPECT_EQ(PrivateRuntimeFolder(root), root / ".runtime");
+    }
+    ScopedEnv env("XDG_RUNTIME_DIR", nullptr);
+    fs::permissions(root / ".runtime", fs::perms::all, fs::perm_options::replace);
+    EXPECT_EQ(PrivateRuntimeFolder(root), root / ".runtime");
+    EXPECT_EQ(fs::status(root / ".runtime").permissions(), fs::perms::owner_all);
+    // A link in its place, to somewhere another user may control, is not followed.
+    fs::remove(root / ".runtime");
+    fs::create_directory_symlink(xdg, root / ".runtime");
+    EXPECT_EQ(PrivateRuntimeFolder(root), fs::path());
+}
+
 // Text crosses between UTF-8 files and UTF-16 buffers; numbers truncate as the ARM did.
 TEST(TextAndNumbers, ConvertWithoutLosingAnything) {
     for (std::string utf8 : {"", "G-CESS", "Zürich °", "€", "\xF0\x9D\x84\x9E"})
