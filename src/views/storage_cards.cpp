@@ -61,6 +61,9 @@ std::u16string EnumerateStorageCards(int* count, int entry) {
 }
 
 fs::path ResolveStoragePath(std::u16string_view pocketPath) {
+    // A card confines its paths as the data root does; the root's mapping refuses and says why.
+    if (!platform::DataRoot::Refusal(Utf16ToUtf8(pocketPath)).empty())
+        return platform::Sys().root->Resolve(pocketPath);
     std::u16string_view rest = pocketPath;
     while (!rest.empty() && (rest.front() == u'\\' || rest.front() == u'/'))
         rest.remove_prefix(1);
@@ -71,9 +74,6 @@ fs::path ResolveStoragePath(std::u16string_view pocketPath) {
             if (card.name == first) {
                 fs::path path = card.mount;
                 std::string tail = Utf16ToUtf8(rest.substr(cut + 1));
-                // The card is confined as the data root is.
-                if (!platform::DataRoot::Refusal(tail).empty())
-                    return platform::Sys().root->Resolve(tail);
                 std::replace(tail.begin(), tail.end(), '\\', '/');
                 return path / tail;
             }
