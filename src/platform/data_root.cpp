@@ -6,6 +6,8 @@
 #include <cctype>
 #include <cstdio>
 #include <cstdlib>
+#include <mutex>
+#include <set>
 #include <system_error>
 #include <vector>
 
@@ -43,7 +45,13 @@ std::vector<std::string> SplitPocketPath(std::string_view path) {
     return parts;
 }
 
+// Once per path: the map view looks its charts up on every paint.
 void ReportRefusal(std::string_view pocketPath, const std::string& why) {
+    static std::mutex mutex;
+    static std::set<std::string, std::less<>> told;
+    std::lock_guard lock(mutex);
+    if (!told.emplace(pocketPath).second)
+        return;
     std::string shown;
     for (char c : pocketPath)
         shown += c == '\0' ? '?' : c;
