@@ -1,10 +1,13 @@
 // libFuzzer target: arbitrary text through the OpenAir conversion. Every line it writes must be
-// one the airspace loader reads whole: seven separated fields, CR LF ended, no stray line feed.
+// one the airspace loader reads whole: seven separated fields, CR LF ended, no stray line feed,
+// finite numbers and a position on the globe.
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <string_view>
 
+#include "platform/text_numbers.hpp"
 #include "store/field_splitter.hpp"
 #include "store/openair_import.hpp"
 
@@ -25,6 +28,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             separators += c == aerix::kFieldSeparator;
         }
         if (separators != 7 || line.back() != aerix::kFieldSeparator)
+            std::abort();
+        // Every number is a finite one and the position lies on the globe (an arc may run
+        // past the date line).
+        std::string_view numbers = line.substr(line.find(aerix::kFieldSeparator) + 1);
+        if (numbers.find("nan") != std::string_view::npos ||
+            numbers.find("inf") != std::string_view::npos)
+            std::abort();
+        double latitude = aerix::TextToDouble(numbers);
+        double longitude =
+            aerix::TextToDouble(numbers.substr(numbers.find(aerix::kFieldSeparator) + 1));
+        if (!(std::fabs(latitude) <= 90.0 * 6000.0 && std::fabs(longitude) <= 360.0 * 6000.0))
             std::abort();
         text.remove_prefix(end + 1);
         ++lines;

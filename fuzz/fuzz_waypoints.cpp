@@ -1,6 +1,6 @@
 // libFuzzer target: arbitrary text as a waypoint file (SeeYou and OurAirports readers). Every
-// record it keeps must fit the in-memory database and lie on the globe; every problem must name a
-// line of the input.
+// record it keeps must fit the in-memory database, lie on the globe, have an elevation on Earth
+// and no NUL in its name; every problem must name a line of the input.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -20,6 +20,9 @@ void Check(std::string_view text, std::string_view name) {
             std::abort();
         if (r.Latitude < -90 * 6000 || r.Latitude > 90 * 6000 || r.Longitude < -180 * 6000 ||
             r.Longitude > 180 * 6000 || r.WaypointType < 1 || r.WaypointType > 9)
+            std::abort();
+        if (!(r.Value104 >= -1500 && r.Value104 <= 30000) ||
+            r.Name.find(u'\0') != std::u16string::npos || r.Text106.find(u"inf") == 0)
             std::abort();
     }
     for (const aerix::WaypointProblem& problem : p.problems)

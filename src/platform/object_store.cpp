@@ -241,6 +241,9 @@ std::vector<DatabaseInfo> ObjectStore::EnumDatabases(VolumeGuid guid, std::uint3
 }
 
 bool ObjectStore::MountVolume(const fs::path& file, std::uint32_t disposition, VolumeGuid& guid) {
+    // A path the data root refused is empty; SQLite would open a throw-away database for it.
+    if (file.empty())
+        return Fail(StoreError::kInvalidParameter, false);
     std::error_code ec;
     fs::path key = fs::weakly_canonical(file, ec);
     if (ec)

@@ -9,6 +9,7 @@
 #include <sstream>
 #include <system_error>
 
+#include "platform/numbered_backup.hpp"
 #include "platform/text.hpp"
 
 namespace aerix::platform {
@@ -365,15 +366,21 @@ void RegistryHive::Load() {
     fs::remove(fs::path(file_.string() + ".tmp"), ec);
     if (!fs::exists(file_, ec))
         return;
-    std::ifstream in(file_, std::ios::binary);
-    std::stringstream buffer;
-    buffer << in.rdbuf();
     std::vector<ParsedKey> parsed;
     std::optional<std::string> error;
-    if (!in && !in.eof()) {
-        error = "it could not be read";
+    // The settings take a few kB; a file far larger is not ours and is not read into memory.
+    std::uintmax_t size = fs::file_size(file_, ec);
+    if (!ec && size > kMaxRegistryFileBytes) {
+        error = "it is larger than 1 MB";
     } else {
-        error = ParseRegistryText(buffer.str(), &parsed);
+        std::ifstream in(file_, std::ios::binary);
+        std::stringstream buffer;
+        buffer << in.rdbuf();
+        if (!in && !in.eof()) {
+            error = "it could not be read";
+        } else {
+            error = ParseRegistryText(buffer.str(), &parsed);
+        }
     }
     if (!error) {
         for (auto& k : parsed) {
@@ -390,8 +397,19 @@ void RegistryHive::Load() {
         }
         return;
     }
+    // An earlier unreadable file is kept too: registry.reg.bad, then .bad.1, .bad.2, ...
     fs::path bad = file_.string() + ".bad";
+    if (fs::exists(fs::symlink_status(bad, ec)))
+        bad = NextBackupName(bad);
     fs::rename(file_, bad, ec);
+    if (ec) {
+        // Saving would write over it: this run keeps its settings in memory only.
+        keepFile_ = true;
+        notice_ = "The settings file " + file_.string() + " could not be read (" + *error +
+                  ") nor set aside (" + ec.message() +
+                  "). It is left as it is and settings changed now are not saved.";
+        return;
+    }
     notice_ = "The settings file " + file_.string() + " could not be read (" + *error +
               "). It has been kept as " + bad.filename().string() +
               " and Aerix starts with its default settings.";
@@ -565,6 +583,8 @@ bool RegistryHive::Save() {
 }
 
 bool RegistryHive::SaveLocked() {
+    if (keepFile_)
+        return false;
     if (file_.empty()) {
         dirty_ = false;
         return true;

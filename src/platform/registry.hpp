@@ -33,6 +33,9 @@ constexpr std::uint32_t kRegSz = 1;
 constexpr std::uint32_t kRegBinary = 3;
 constexpr std::uint32_t kRegDword = 4;
 
+// The settings take a few kB; a larger file is refused unread.
+constexpr std::uintmax_t kMaxRegistryFileBytes = 1024 * 1024;
+
 constexpr std::uint32_t kRegCreatedNewKey = 1;
 constexpr std::uint32_t kRegOpenedExistingKey = 2;
 
@@ -46,8 +49,9 @@ struct RegValue {
 
 class RegistryHive {
   public:
-    // Reads the hive from file (missing file: empty hive). A file that cannot be parsed is moved
-    // aside to <file>.bad and the hive starts empty; LoadNotice then says so.
+    // Reads the hive from file (missing file: empty hive). A file that cannot be parsed or is
+    // larger than kMaxRegistryFileBytes is moved aside to <file>.bad (then <file>.bad.1, ...,
+    // never over an earlier one) and the hive starts empty; LoadNotice then says so.
     explicit RegistryHive(std::filesystem::path file);
     // An in-memory hive that is never saved.
     RegistryHive();
@@ -104,6 +108,7 @@ class RegistryHive {
     std::map<HKEY, std::u16string> handles_;
     HKEY nextHandle_ = 0x100;
     bool dirty_ = false;
+    bool keepFile_ = false;  // the unreadable file could not be set aside: never save over it
     std::optional<std::string> notice_;
     std::function<long(RegOp, std::u16string_view)> injector_;
 };

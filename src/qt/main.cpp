@@ -12,6 +12,7 @@
 
 #include "app/command_ids.hpp"
 #include "app/state/app_state.hpp"
+#include "platform/data_root.hpp"
 #include "platform/services.hpp"
 #include "qt/automation.hpp"
 #include "qt/dbus_screen_awake.hpp"
@@ -102,9 +103,14 @@ int main(int argc, char** argv) {
     qt::RegisterShellDialogs(dialogs, shellOptions);
     qt::RegisterSubsystemDialogs(dialogs);
 
-    QString instanceKey = QStringLiteral("aerix-%1-%2")
-                              .arg(getuid())
-                              .arg(qHash(QString::fromStdString(root.string())), 0, 16);
+    // The socket lives in a folder only this user can enter; without one there is no
+    // single-instance check rather than one another user could answer.
+    QString instanceKey;
+    if (auto folder = platform::PrivateRuntimeFolder(root); !folder.empty()) {
+        instanceKey =
+            QString::fromStdString(folder.string()) +
+            QStringLiteral("/aerix-%1").arg(qHash(QString::fromStdString(root.string())), 0, 16);
+    }
     qt::MainFrame frame(dialogs, instanceKey);
     dialogs.SetParent(&frame);
     ui.Attach(

@@ -113,6 +113,7 @@ bool MainFrame::RaiseOtherInstance() {
     // Nobody answers: a channel left by a crashed run is taken over.
     QLocalServer::removeServer(instanceKey_);
     server_ = new QLocalServer(this);
+    server_->setSocketOptions(QLocalServer::UserAccessOption);
     server_->listen(instanceKey_);
     connect(server_, &QLocalServer::newConnection, this, [this] {
         while (auto* peer = server_->nextPendingConnection()) {

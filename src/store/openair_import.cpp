@@ -21,6 +21,11 @@ namespace {
 constexpr double kNmToCentiMinutes = 100.0;  // one CentiMinute of latitude is 1/100 nm
 constexpr double kDegreesToRadians = 0.017453292519943295;
 constexpr double kCentiMinutesToRadians = kDegreesToRadians / 6000.0;
+// Airspace is drawn within a few hundred miles of its centre; anything larger is a typing error
+// or a number that is not one (inf, nan), and would put points off the globe.
+constexpr double kMaxRadiusNm = 1000.0;
+constexpr double kMaxLatitude = 90.0 * 6000.0;
+constexpr double kMaxLongitude = 360.0 * 6000.0;  // an arc may run past the date line
 
 // Bearing (degrees true) and distance (nm) from a centre to a point on the local plane: exact
 // enough for the few tens of miles of an airspace arc, and free of any nudge for due north.
@@ -109,6 +114,12 @@ class Converter {
         for (auto& ch : command)
             ch = static_cast<char>(std::toupper(static_cast<unsigned char>(ch)));
         std::string_view rest = space == std::string_view::npos ? "" : Trim(line.substr(space));
+        if (line.find('\0') != std::string_view::npos) {
+            // The airspace a broken AC line starts is left out whole, not merged into the last.
+            if (command == "AC")
+                Flush();
+            return Problem("a NUL byte in the line");
+        }
         if (command == "AC") {
             Flush();
             className_ = std::string(rest);
@@ -196,8 +207,12 @@ class Converter {
             }
             rest = comma == std::string_view::npos ? "" : rest.substr(comma + 1);
         }
-        if (v[0] <= 0)
+        if (!(v[0] > 0))
             return Problem("an arc's radius must be positive");
+        if (!(v[0] <= kMaxRadiusNm))
+            return Problem("an arc's radius is over 1000 nm");
+        if (!(std::fabs(v[1]) <= 360.0 && std::fabs(v[2]) <= 360.0))
+            return Problem("an arc's angles must lie between -360 and 360");
         AddArc(v[0], v[1], v[2]);
     }
 
@@ -214,6 +229,8 @@ class Converter {
         double start = 0, radius = 0, end = 0, ignored = 0;
         BearingFromCentre(centreLat_, centreLon_, lat1, lon1, &start, &radius);
         BearingFromCentre(centreLat_, centreLon_, lat2, lon2, &end, &ignored);
+        if (!(radius <= kMaxRadiusNm))
+            return Problem("an arc's radius is over 1000 nm");
         AddArc(radius, start, end);
     }
 
@@ -224,6 +241,9 @@ class Converter {
             double lat = centreLat_ + radius * kNmToCentiMinutes * std::cos(rad);
             double lon = centreLon_ + radius * kNmToCentiMinutes * std::sin(rad) /
                                           std::cos(centreLat_ * kCentiMinutesToRadians);
+            // Near a pole the start point's longitude runs away.
+            if (!(std::fabs(lat) <= kMaxLatitude && std::fabs(lon) <= kMaxLongitude))
+                return Problem("the arc runs over a pole");
             Add({Label(), lat, lon});
         }
         Add({"ARC", centreLat_, centreLon_, radius, start, end, clockwise_ ? 1 : -1});
@@ -234,8 +254,10 @@ class Converter {
         if (!haveCentre_)
             return Problem("a circle needs a centre (V X=) first");
         double radius = TextToDouble(rest);
-        if (radius <= 0)
+        if (!(radius > 0))
             return Problem("DC takes a positive radius in nautical miles");
+        if (radius > kMaxRadiusNm)
+            return Problem("a circle's radius is over 1000 nm");
         if (elements_.empty())
             Add({Label(), centreLat_, centreLon_});
         Add({"CIRCLE", centreLat_, centreLon_, radius});

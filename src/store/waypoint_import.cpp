@@ -25,6 +25,12 @@ namespace aerix {
 namespace {
 
 constexpr double kFeetPerMetre = 1.0 / 0.3048;
+// Elevations on Earth: the Dead Sea shore to above the highest summit; anything beyond is a
+// broken file, not a place.
+constexpr double kLowestFeet = -1500.0;
+constexpr double kHighestFeet = 30000.0;
+// Radio aids are tuned below 1 GHz; a larger number is not a frequency.
+constexpr double kHighestKhz = 1000000.0;
 
 std::string_view Trim(std::string_view s) {
     return TrimBlanks(s);
@@ -210,6 +216,10 @@ class Parser {
                 Problem(number, "a quoted field is not closed");
                 continue;
             }
+            if (line.find('\0') != std::string_view::npos) {
+                Problem(number, "a NUL byte in the line");
+                continue;
+            }
             TakeLine(number, fields);
         }
         return std::move(out_);
@@ -301,7 +311,15 @@ class Parser {
             error = "bad elevation";
             return false;
         }
-        r.Value104 = *feet;
+        return KeepElevation(*feet, r, error);
+    }
+
+    static bool KeepElevation(double feet, WaypointRecord& r, std::string& error) {
+        if (!(feet >= kLowestFeet && feet <= kHighestFeet)) {
+            error = "elevation out of range";
+            return false;
+        }
+        r.Value104 = feet;
         return true;
     }
 
@@ -322,7 +340,8 @@ class Parser {
                 error = "bad elevation";
                 return false;
             }
-            r.Value104 = std::round(*metres * kFeetPerMetre);
+            if (!KeepElevation(std::round(*metres * kFeetPerMetre), r, error))
+                return false;
         }
         int style = 0;
         if (!row.Raw("style").empty()) {
@@ -409,7 +428,7 @@ class Parser {
             return false;
         if (!row.Raw("frequency_khz").empty()) {
             auto khz = Number(row.Raw("frequency_khz"));
-            if (!khz || *khz <= 0) {
+            if (!khz || !(*khz > 0 && *khz <= kHighestKhz)) {
                 error = "bad frequency";
                 return false;
             }

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <system_error>
 
+#include "platform/data_root.hpp"
 #include "platform/services.hpp"
 #include "platform/text.hpp"
 
@@ -60,6 +61,9 @@ std::u16string EnumerateStorageCards(int* count, int entry) {
 }
 
 fs::path ResolveStoragePath(std::u16string_view pocketPath) {
+    // A card confines its paths as the data root does; the root's mapping refuses and says why.
+    if (!platform::DataRoot::Refusal(Utf16ToUtf8(pocketPath)).empty())
+        return platform::Sys().root->Resolve(pocketPath);
     std::u16string_view rest = pocketPath;
     while (!rest.empty() && (rest.front() == u'\\' || rest.front() == u'/'))
         rest.remove_prefix(1);

@@ -26,7 +26,7 @@ TEST(DataRoot, ResolvesEachComponentIgnoringCaseAndSeparatorForm) {
         {"\\My Documents\\Aerix\\World1.bmp", aerix / "World1.bmp"},
         {"\\my documents\\aerix\\WORLD1.BMP", aerix / "World1.bmp"},
         {"My Documents/aerix/world1.bmp", aerix / "World1.bmp"},
-        {"/MY DOCUMENTS//AERIX/", aerix},
+        {"/MY DOCUMENTS/AERIX/", aerix},
         {"\\My Documents\\aerix\\New.txt", aerix / "New.txt"},  // missing: spelled as given
         {"\\My Documents\\ZÜRICH\\A.TXT", dir.Path() / "My Documents" / "Zürich" / "a.txt"},
         {"", dir.Path()}};
@@ -47,6 +47,29 @@ TEST(DataRoot, ResolveForWriteCreatesTheFoldersButNotTheFile) {
     // An existing folder in another case is reused, not doubled.
     EXPECT_EQ(root.ResolveForWrite("\\my documents\\AERIX\\x.txt").parent_path(),
               file.parent_path());
+}
+
+TEST(DataRoot, RefusesPathsThatCouldLeaveTheRootAndCreatesNothing) {
+    TempDir dir;
+    DataRoot root(dir.Path() / "home");
+    ASSERT_TRUE(root.Create());
+    const std::vector<std::pair<std::string, std::string>> refused = {
+        {"\\My Documents\\aerix\\..\\..\\..\\outside\\escaped.CDB", "\"..\" component"},
+        {"../../x", "\"..\" component"},
+        {"\\My Documents\\aerix\\..\\x.CDB", "\"..\" component"},
+        {"\\My Documents\\aerix\\/etc/passwd.CDB", "absolute path"},
+        {"\\My Documents\\aerix\\C:\\x.CDB", "absolute path"},
+        {std::string("\\My Documents\\a\0b.bmp", 21), "NUL"}};
+    for (const auto& [pocket, why] : refused) {
+        EXPECT_NE(DataRoot::Refusal(pocket).find(why), std::string::npos) << pocket;
+        EXPECT_EQ(root.Resolve(pocket), fs::path()) << pocket;
+        EXPECT_EQ(root.ResolveForWrite(Utf8ToUtf16(pocket)), fs::path()) << pocket;
+    }
+    for (std::string fine : {"\\My Documents\\Aerix\\.", "\\My Documents\\a..b.CDB", "x:y"})
+        EXPECT_EQ(DataRoot::Refusal(fine), "") << fine;
+    // Nothing was made, inside the root or beside it.
+    EXPECT_TRUE(fs::is_empty(dir.Path() / "home"));
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir.Path()), fs::directory_iterator()), 1);
 }
 
 // Sets an environment variable for one scope and restores it after.
@@ -79,6 +102,30 @@ TEST(DataRoot, ChoosesEnvironmentThenOptionThenXdg) {
     }
     ScopedEnv xdg("XDG_DATA_HOME", "");
     EXPECT_EQ(DataRoot::Choose(std::nullopt), fs::path("/home/pilot/.local/share/aerix"));
+}
+
+TEST(DataRoot, RuntimeFolderIsOnlyEverOneOtherUsersCannotEnter) {
+    TempDir dir;
+    fs::path xdg = dir.Path() / "run";
+    fs::create_directory(xdg);
+    fs::permissions(xdg, fs::perms::owner_all, fs::perm_options::replace);
+    fs::path root = dir.Path() / "home";
+    {
+        ScopedEnv env("XDG_RUNTIME_DIR", xdg.c_str());
+        EXPECT_EQ(PrivateRuntimeFolder(root), xdg);
+        // Open to others: not used.
+        fs::permissions(xdg, fs::perms::owner_all | fs::perms::others_exec,
+                        fs::perm_options::replace);
+        EXPECT_EQ(PrivateRuntimeFolder(root), root / ".runtime");
+    }
+    ScopedEnv env("XDG_RUNTIME_DIR", nullptr);
+    fs::permissions(root / ".runtime", fs::perms::all, fs::perm_options::replace);
+    EXPECT_EQ(PrivateRuntimeFolder(root), root / ".runtime");
+    EXPECT_EQ(fs::status(root / ".runtime").permissions(), fs::perms::owner_all);
+    // A link in its place, to somewhere another user may control, is not followed.
+    fs::remove(root / ".runtime");
+    fs::create_directory_symlink(xdg, root / ".runtime");
+    EXPECT_EQ(PrivateRuntimeFolder(root), fs::path());
 }
 
 // Text crosses between UTF-8 files and UTF-16 buffers; numbers truncate as the ARM did.

@@ -1,6 +1,7 @@
 #include "platform/registry.hpp"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstring>
 
@@ -200,6 +201,43 @@ TEST(RegistryHive, UnreadableFileIsKeptAsideAndTheHiveStartsEmpty) {
         EXPECT_NE(notice->find("kept as registry.reg.bad"), std::string::npos);
         EXPECT_FALSE(hive.TakeLoadNotice());
     }
+}
+
+TEST(RegistryHive, EveryUnreadableFileIsKeptAndAnOversizedOneIsNotRead) {
+    TempDir dir;
+    fs::path file = dir.Path() / "registry.reg";
+    const std::vector<std::pair<std::string, std::string>> runs = {
+        {"first", "registry.reg.bad"},
+        {"second", "registry.reg.bad.1"},
+        {std::string(kMaxRegistryFileBytes + 1, '['), "registry.reg.bad.2"},
+        {"third", "registry.reg.bad.3"}};
+    for (const auto& [text, kept] : runs) {
+        WriteFile(file, text);
+        RegistryHive hive(file);
+        auto notice = hive.TakeLoadNotice();
+        ASSERT_TRUE(notice) << kept;
+        EXPECT_NE(notice->find("kept as " + kept), std::string::npos) << *notice;
+        EXPECT_EQ(notice->find("1 MB") != std::string::npos, text.size() > kMaxRegistryFileBytes);
+        HKEY key = 0;
+        ASSERT_EQ(hive.CreateKey(kHkeyLocalMachine, u"X", &key, nullptr), kErrorSuccess);
+        ASSERT_EQ(hive.CloseKey(key), kErrorSuccess);
+        EXPECT_TRUE(fs::exists(file));  // saved afresh
+        fs::remove(file);
+    }
+    for (const auto& [text, kept] : runs)
+        EXPECT_EQ(ReadFile(dir.Path() / kept), text) << kept;
+
+    // A file that cannot be set aside is never written over.
+    WriteFile(file, "garbage");
+    fs::permissions(dir.Path(), fs::perms::owner_read | fs::perms::owner_exec);
+    if (::access(dir.Path().c_str(), W_OK) != 0) {  // root writes anyway
+        RegistryHive hive(file);
+        EXPECT_NE(hive.TakeLoadNotice()->find("nor set aside"), std::string::npos);
+        fs::permissions(dir.Path(), fs::perms::owner_all);
+        EXPECT_FALSE(hive.Save());
+        EXPECT_EQ(ReadFile(file), "garbage");
+    }
+    fs::permissions(dir.Path(), fs::perms::owner_all);
 }
 
 TEST(RegistryHive, FailedSaveKeepsTheValuesInMemory) {

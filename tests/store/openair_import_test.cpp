@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <string>
 
 #include "app/state/app_state.hpp"
 #include "store/airspace_loader.hpp"
@@ -113,6 +114,46 @@ TEST(OpenAirImport, DrawingBeforeAnyAirspaceIsReported) {
     auto result = ConvertOpenAir("DP 50:00 N 001:00 W\nV X=50:00 N 001:00 W\nDC 3\n");
     EXPECT_EQ(result.outlines, 0);
     EXPECT_EQ(result.problems.size(), 3u);
+}
+
+TEST(OpenAirImport, NumbersThatAreNotNumbersAreListedSkips) {
+    // Each drawing line follows a valid airspace header with a centre; a refused line leaves
+    // only that header's first point, so no outline is written for it.
+    const std::string head = "AC R\nAN T\nV X=50:00:00 N 001:00:00 W\n";
+    struct Case {
+        std::string line;
+        const char* why;
+    } cases[] = {
+        {"DC nan", "DC takes a positive radius in nautical miles"},
+        {"DC -3", "DC takes a positive radius in nautical miles"},
+        {"DC 1e400", "a circle's radius is over 1000 nm"},
+        {"DC " + std::string(400, '9'), "a circle's radius is over 1000 nm"},
+        {"DA 1e400,0,90", "an arc's radius is over 1000 nm"},
+        {"DA nan,0,90", "DA takes radius, start and end angles"},
+        {"DA 5,1e125,90", "an arc's angles must lie between -360 and 360"},
+        {"DA 5,0,-1e125", "an arc's angles must lie between -360 and 360"},
+        {"DA 5,0," + std::string(130, '1'), "an arc's angles must lie between -360 and 360"},
+        {"DB 50:00:00 N 179:00:00 E, 50:00:00 N 001:00:00 W", "an arc's radius is over 1000 nm"},
+        {std::string("DC 5\0", 5), "a NUL byte in the line"},
+    };
+    for (const auto& c : cases) {
+        auto result = ConvertOpenAir(head + c.line + "\n");
+        ASSERT_EQ(result.problems.size(), 1u) << c.line;
+        EXPECT_EQ(result.problems[0].line, 4) << c.line;
+        EXPECT_EQ(result.problems[0].message, c.why) << c.line;
+        EXPECT_EQ(result.outlines, 0) << c.line << result.text;
+    }
+    // An arc about a centre by the pole would start off the globe.
+    auto pole = ConvertOpenAir("AC R\nV X=89:59:00 N 000:00:00 E\nDA 50,0,90\n");
+    ASSERT_EQ(pole.problems.size(), 1u);
+    EXPECT_EQ(pole.problems[0].message, "the arc runs over a pole");
+    // A broken AC line drops its airspace; the lines after it are not merged into the one before.
+    auto nul = ConvertOpenAir(std::string("AC D\nV X=50:00 N 001:00 W\nDC 2\nAC R\0\nDC 3\n", 42));
+    EXPECT_EQ(nul.outlines, 1);
+    ASSERT_EQ(nul.problems.size(), 2u);
+    EXPECT_EQ(nul.problems[0].message, "a NUL byte in the line");
+    EXPECT_EQ(nul.problems[1].line, 5);
+    EXPECT_EQ(nul.text.find("3.0000"), std::string::npos);
 }
 
 TEST(OpenAirImport, AFileWithoutAirspaceLeavesTheAirspaceFileAndEveryReplacedOneIsKept) {

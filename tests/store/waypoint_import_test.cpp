@@ -151,6 +151,43 @@ TEST(WaypointParse, OurAirportsAirportsAndNavaids) {
     EXPECT_EQ(n.records[2].WaypointType, 3);
 }
 
+TEST(WaypointParse, NumbersThatAreNotNumbersAndNulBytesAreListedSkips) {
+    const std::string digits400(400, '9');
+    struct Case {
+        const char* file;
+        std::string header, line;
+        const char* why;
+    } cases[] = {
+        {"a.cup", "name,code,country,lat,lon,elev,style", "A,A,GB,5100.000N,00100.000W,1e23,1",
+         "bad elevation"},
+        {"a.cup", "name,code,country,lat,lon,elev,style",
+         "A,A,GB,5100.000N,00100.000W,100000000000000000000000m,1", "elevation out of range"},
+        {"a.cup", "name,code,country,lat,lon,elev,style",
+         "A,A,GB,5100.000N,00100.000W," + digits400 + "ft,1", "elevation out of range"},
+        {"a.cup", "name,code,country,lat,lon,elev,style", "A,A,GB,5100.000N,00100.000W,-9000m,1",
+         "elevation out of range"},
+        {"a.cup", "name,code,country,lat,lon,elev,style",
+         std::string("A\0B,A,GB,5100.000N,00100.000W,,1", 32), "a NUL byte in the line"},
+        {"airports.csv", "ident,type,name,latitude_deg,longitude_deg,elevation_ft",
+         "X,small_airport,A,51,1," + digits400, "elevation out of range"},
+        {"airports.csv", "ident,type,name,latitude_deg,longitude_deg,elevation_ft",
+         "X,small_airport,A,51,1,100000000000000000000000", "elevation out of range"},
+        {"airports.csv", "ident,type,name,latitude_deg,longitude_deg,elevation_ft",
+         "X,small_airport,A," + digits400 + ",1,", "bad latitude or longitude"},
+        {"airports.csv", "ident,type,name,latitude_deg,longitude_deg,elevation_ft",
+         std::string("X,small_airport,A\0,51,1,", 24), "a NUL byte in the line"},
+        {"navaids.csv", "ident,name,type,frequency_khz,latitude_deg,longitude_deg,elevation_ft",
+         "X,A,NDB," + digits400 + ",51,1,", "bad frequency"},
+    };
+    for (const auto& c : cases) {
+        WaypointParse p = ParseWaypointFile(c.header + "\n" + c.line + "\n", c.file);
+        EXPECT_TRUE(p.records.empty()) << c.line;
+        ASSERT_EQ(p.problems.size(), 1u) << c.line;
+        EXPECT_EQ(p.problems[0].line, 2) << c.line;
+        EXPECT_EQ(p.problems[0].message, c.why) << c.line;
+    }
+}
+
 TEST(WaypointParse, UnknownHeaderAndLatin1Text) {
     WaypointParse unknown = ParseWaypointFile("a,b,c\n1,2,3\n", "data.csv");
     EXPECT_EQ(unknown.format, WaypointFormat::kUnknown);

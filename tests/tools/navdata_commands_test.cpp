@@ -5,9 +5,11 @@
 #include "tool_run.hpp"
 
 #include <sys/wait.h>
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 #include "support/test_platform.hpp"
 
@@ -92,6 +94,46 @@ TEST(NavDataCommands, FailuresAreClear) {
     EXPECT_EQ(wrong.out, "");
     EXPECT_EQ(ReadFile(airspace), "kept\r\n");
     EXPECT_FALSE(std::filesystem::exists(airspace.string() + ".1"));
+}
+
+// Every file under dir, as paths relative to it.
+std::vector<std::string> FilesUnder(const std::filesystem::path& dir) {
+    std::vector<std::string> files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(dir))
+        files.push_back(std::filesystem::relative(entry.path(), dir).string());
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+TEST(NavDataCommands, NamesThatWouldLeaveTheDataRootAreRefused) {
+    TempDir base;
+    auto home = base.Path() / "a" / "b" / "home";
+    ToolRun escaped = Tool(home, "navdb load --db ../../../outside/escaped");
+    EXPECT_EQ(escaped.status, 1);
+    EXPECT_NE(escaped.err.find("is refused: it holds a \"..\" component"), std::string::npos)
+        << escaped.err;
+    EXPECT_EQ(Tool(home, "navdb search X --db /tmp/abs").status, 1);
+
+    // The same name reached through the chosen database in the settings.
+    ASSERT_EQ(Tool(home, "settings").status, 0);
+    std::string hive = ReadFile(home / "registry.reg");
+    std::size_t at = hive.find("\"CuDbase\"=\"\"");
+    ASSERT_NE(at, std::string::npos);
+    hive.replace(at, 12, "\"CuDbase\"=\"..\\\\..\\\\x\"");
+    WriteFile(home / "registry.reg", hive);
+    ToolRun chosen = Tool(home, "navdb load");
+    EXPECT_EQ(chosen.status, 1);
+    EXPECT_NE(chosen.err.find("\"\\My Documents\\aerix\\..\\..\\x.CDB\" is refused"),
+              std::string::npos)
+        << chosen.err;
+
+    // A plan name is a database name, never a path.
+    EXPECT_EQ(Tool(home, "plan new ../../../plan").status, 0);
+    EXPECT_EQ(FilesUnder(base.Path()),
+              (std::vector<std::string>{"a", "a/b", "a/b/home", "a/b/home/My Documents",
+                                        "a/b/home/My Documents/Aerix",
+                                        "a/b/home/My Documents/Aerix/World.CDB",
+                                        "a/b/home/objectstore.sqlite", "a/b/home/registry.reg"}));
 }
 
 }  // namespace
