@@ -21,6 +21,14 @@ platform::ObjectStore& Store() {
     return *platform::Sys().store;
 }
 
+// Failures told on this thread, so that a transaction does not tell a failed write twice.
+thread_local std::uint64_t t_failuresTold = 0;
+
+void TellFailure(const char* otherwise) {
+    ++t_failuresTold;
+    platform::ShowError(StoreFailureText(platform::LastStoreError(), otherwise));
+}
+
 VolumeGuid NavVolume() {
     return VolumeGuid{g_app.NavVolumeGuid};
 }
@@ -41,7 +49,7 @@ DbHandle OpenIn(VolumeGuid volume, std::u16string_view name, std::uint32_t sortP
     g_app.LastOpenedDatabaseId = h.DatabaseOid();
     if (!h) {
         if (failure)
-            platform::ShowError(failure);
+            TellFailure(failure);
         return h;
     }
     if (recordCount) {
@@ -66,7 +74,7 @@ template <typename Record>
 CeOid WriteRecord(DbHandle& h, const Record& r, CeOid oid) {
     CeOid written = h ? h.Write(oid, ToProps(r)) : 0;
     if (written == 0)
-        platform::ShowError("Record write failed");
+        TellFailure("Record write failed");
     return written;
 }
 
@@ -81,6 +89,31 @@ std::mutex g_hookMutex;
 std::function<void()> g_sectorDeletedHook;
 
 }  // namespace
+
+std::string StoreFailureText(platform::StoreError error, std::string_view otherwise) {
+    switch (error) {
+        case platform::StoreError::kLocked:
+            return kDataLockedText;
+        case platform::StoreError::kFull:
+            return std::string(otherwise) + ": disk full";
+        default:
+            return std::string(otherwise);
+    }
+}
+
+RecordTransaction::RecordTransaction()
+    : tx_(Store(), kObjectStoreVolume), toldAtBegin_(t_failuresTold) {
+    if (!tx_.Open())
+        TellFailure("Record write failed");
+}
+
+bool RecordTransaction::Commit() {
+    if (tx_.Commit())
+        return true;
+    if (t_failuresTold == toldAtBegin_)
+        TellFailure("Record write failed");
+    return false;
+}
 
 // --- create ---
 
