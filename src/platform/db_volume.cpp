@@ -151,14 +151,16 @@ const PropVal* FindProp(std::span<const PropVal> props, std::uint32_t propId) {
 StoreError Refined(StoreError error) {
     if (error != StoreError::kIo)
         return error;
-    switch (LastSqlFailure()) {
+    int failure = FirstSqlFailure();
+    switch (failure & 0xFF) {
         case SQLITE_BUSY:
         case SQLITE_LOCKED:
             return StoreError::kLocked;
         case SQLITE_FULL:
             return StoreError::kFull;
         default:
-            return error;
+            // The shared-memory index grows by writing to its file: that fails on a full disk.
+            return failure == SQLITE_IOERR_SHMSIZE ? StoreError::kFull : error;
     }
 }
 
@@ -223,9 +225,12 @@ std::shared_ptr<DbVolume> DbVolume::Open(const fs::path& file, bool mayCreate, b
         return nullptr;
     }
     if (!v->Initialise(error)) {
-        // A file that another program holds locked cannot be read yet: valid, just not now.
-        if (error == StoreError::kInvalidFile && Refined(StoreError::kIo) == StoreError::kLocked)
-            error = StoreError::kLocked;
+        // A file that another program holds locked, or on a full disk, is valid, just not
+        // usable now.
+        StoreError why = Refined(StoreError::kIo);
+        if (error == StoreError::kInvalidFile &&
+            (why == StoreError::kLocked || why == StoreError::kFull))
+            error = why;
         return nullptr;
     }
     return v;

@@ -16,11 +16,13 @@ using Clock = std::chrono::steady_clock;
 // When a wait for another program's lock last ran out (a count of Clock ticks; 0: never).
 std::atomic<Clock::rep> g_lockWaitRanOut{0};
 
-thread_local int t_lastFailure = SQLITE_OK;
+thread_local int t_firstFailure = SQLITE_OK;
 
 int Noted(int rc) {
-    if (rc != SQLITE_OK && rc != SQLITE_ROW && rc != SQLITE_DONE)
-        t_lastFailure = rc & 0xFF;
+    // The first failure is the cause; what fails after it (a commit with nothing to commit)
+    // follows from it.
+    if (rc != SQLITE_OK && rc != SQLITE_ROW && rc != SQLITE_DONE && t_firstFailure == SQLITE_OK)
+        t_firstFailure = rc;
     return rc;
 }
 
@@ -40,12 +42,12 @@ int WaitForLock(void*, int attempt) {
 
 }  // namespace
 
-int LastSqlFailure() {
-    return t_lastFailure;
+int FirstSqlFailure() {
+    return t_firstFailure;
 }
 
 void ClearSqlFailure() {
-    t_lastFailure = SQLITE_OK;
+    t_firstFailure = SQLITE_OK;
 }
 
 SqliteStmt::SqliteStmt(sqlite3* db, std::string_view sql) {

@@ -56,9 +56,9 @@ class SqliteStmt {
 inline constexpr int kLockWaitMs = 3000;
 inline constexpr int kLockRetryAfterMs = 10000;
 
-// The primary result code (SQLITE_BUSY, SQLITE_FULL, ...) of the last call on this thread that
-// failed since ClearSqlFailure; SQLITE_OK when none did. A rollback after the failure keeps it.
-int LastSqlFailure();
+// The extended result code (SQLITE_BUSY, SQLITE_FULL, ...) of the first call on this thread that
+// failed since ClearSqlFailure; SQLITE_OK when none did.
+int FirstSqlFailure();
 void ClearSqlFailure();
 
 class SqliteDb {
