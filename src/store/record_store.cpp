@@ -1,10 +1,12 @@
 #include "store/record_store.hpp"
 
+#include <atomic>
 #include <mutex>
 
 #include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
+#include "platform/sqlite.hpp"
 #include "store/record_props.hpp"
 
 namespace aerix {
@@ -24,9 +26,27 @@ platform::ObjectStore& Store() {
 // Failures told on this thread, so that a transaction does not tell a failed write twice.
 thread_local std::uint64_t t_failuresTold = 0;
 
+// When the lock was last told (the box closed), in the clock's milliseconds; -1: never.
+std::atomic<std::int64_t> g_lockToldAt{-1};
+
+std::int64_t NowMs() {
+    return platform::Sys().clock ? platform::Sys().clock->NowMs() : 0;
+}
+
 void TellFailure(const char* otherwise) {
     ++t_failuresTold;
-    platform::ShowError(StoreFailureText(platform::LastStoreError(), otherwise));
+    platform::StoreError error = platform::LastStoreError();
+    if (error == platform::StoreError::kLocked) {
+        // A lock is told once: the steps that follow the box within a few seconds (a start
+        // opens a dozen databases) fail quietly rather than show it again and again.
+        std::int64_t told = g_lockToldAt.load();
+        if (told >= 0 && NowMs() - told < platform::kLockRetryAfterMs)
+            return;
+        platform::ShowError(kDataLockedText);
+        g_lockToldAt = NowMs();
+        return;
+    }
+    platform::ShowError(StoreFailureText(error, otherwise));
 }
 
 VolumeGuid NavVolume() {

@@ -20,7 +20,8 @@ using platform::CeOid;
 using platform::DbHandle;
 
 // What a failure of the store is told as: a lock held by another program or a full disk in words,
-// anything else as otherwise says.
+// anything else as otherwise says. The lock is told once for a run of failures within a few
+// seconds of each other.
 inline constexpr const char* kDataLockedText = "The data is locked by another program";
 std::string StoreFailureText(platform::StoreError error, std::string_view otherwise);
 
