@@ -93,14 +93,17 @@ void ComputeSector(SectorRecord& s, const AircraftRecord& a, int refreshAirspeed
     s.Fuel = s.Time * fuelFlow * 0.016666666666666666;
 }
 
-void Recompute(int refreshAirspeeds, bool route) {
+// Every sector is rewritten, as one change: a plan half recomputed would have legs that start
+// away from where the one before ends.
+bool Recompute(int refreshAirspeeds, bool route) {
     AircraftRecord aircraft;
     if (!ReadActiveAircraft(aircraft))
-        return;
+        return true;
+    RecordTransaction tx;
     DbHandle h;
     std::vector<PlanSector> sectors;
-    if (!ReadPlan(h, sectors))
-        return;
+    if (!tx.Open() || !ReadPlan(h, sectors))
+        return false;
     for (std::size_t i = 0; i < sectors.size(); ++i) {
         SectorRecord& s = sectors[i].record;
         if (route) {
@@ -115,8 +118,11 @@ void Recompute(int refreshAirspeeds, bool route) {
                            s.TrueCourse, s.Distance, 0);
         }
         ComputeSector(s, aircraft, refreshAirspeeds);
-        WriteSector(h, s, sectors[i].oid);
+        if (WriteSector(h, s, sectors[i].oid) == 0)
+            return false;
     }
+    h.Close();
+    return tx.Commit();
 }
 
 }  // namespace
@@ -132,19 +138,21 @@ double MagneticHeadingOf(double variation, double trueHeading) {
     return magnetic;
 }
 
-void RecomputePlan(int refreshAirspeeds) {
-    Recompute(refreshAirspeeds, false);
+bool RecomputePlan(int refreshAirspeeds) {
+    return Recompute(refreshAirspeeds, false);
 }
 
-void RecomputePlanRoute(int refreshAirspeeds) {
-    Recompute(refreshAirspeeds, true);
+bool RecomputePlanRoute(int refreshAirspeeds) {
+    return Recompute(refreshAirspeeds, true);
 }
 
-void ReversePlan() {
+// The renumbering and the route recomputed after it are one change.
+bool ReversePlan() {
+    RecordTransaction tx;
     DbHandle h;
     std::vector<PlanSector> sectors;
-    if (!ReadPlan(h, sectors))
-        return;
+    if (!tx.Open() || !ReadPlan(h, sectors))
+        return false;
     auto n = static_cast<std::int16_t>(sectors.size());
     for (std::size_t i = 0; i < sectors.size(); ++i) {
         SectorRecord& s = sectors[i].record;
@@ -153,10 +161,11 @@ void ReversePlan() {
         std::swap(s.Text401, s.Text402);
         std::swap(s.Text403, s.Text404);
         s.SectorNumber = static_cast<std::int16_t>(n - static_cast<std::int16_t>(i));
-        WriteSector(h, s, sectors[i].oid);
+        if (WriteSector(h, s, sectors[i].oid) == 0)
+            return false;
     }
     h.Close();
-    RecomputePlanRoute(0);
+    return RecomputePlanRoute(0) && tx.Commit();
 }
 
 std::uint32_t RefreshPlanSectorCount() {

@@ -16,15 +16,17 @@ double MagneticHeadingOf(double variation, double trueHeading);
 
 // refreshAirspeeds 1: each sector takes the current aircraft's true airspeed for its phase (and
 // stores it); 0: it keeps its own. Course and distance stay as stored. Stops silently when the
-// aircraft database holds no aircraft or none named by g_app.AircraftReg.
-void RecomputePlan(int refreshAirspeeds);
+// aircraft database holds no aircraft or none named by g_app.AircraftReg. Every sector is
+// rewritten in one transaction: false (after the store's message) when none of it is kept.
+bool RecomputePlan(int refreshAirspeeds);
 // As RecomputePlan, after starting each sector but the first where the one before ends (names
 // and idents along with the position) and recomputing its rhumb-line course and distance.
-void RecomputePlanRoute(int refreshAirspeeds);
+bool RecomputePlanRoute(int refreshAirspeeds);
 
 // "Reverse current plan?": each sector's start and end swap, the last becomes the first, and the
-// route is recomputed.
-void ReversePlan();
+// route is recomputed, all in one transaction. False (after the store's message) when the plan is
+// left as it was.
+bool ReversePlan();
 
 // The number of sectors of the active plan, quietly 0 without one; kept in g_app.PlanSectorCount.
 std::uint32_t RefreshPlanSectorCount();

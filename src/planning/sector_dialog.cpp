@@ -65,19 +65,21 @@ std::int16_t AircraftTas(int phase) {
     return phase == 1 ? a.ClimbTas : phase == 2 ? a.CruiseTas : a.DescentTas;
 }
 
-// Renumbers the sectors 1, 2, 3 ... in their order.
-void Renumber() {
+// Renumbers the sectors 1, 2, 3 ... in their order; false when a write failed.
+bool Renumber() {
     DbHandle h = OpenDatabase(g_app.ActivePlanName.view(), schema::kSecNumber);
     if (!h)
-        return;
+        return false;
     auto all = ReadAll(h);
     for (std::size_t i = 0; i < all.size(); ++i) {
         auto number = static_cast<std::int16_t>(i + 1);
         if (all[i].record.SectorNumber != number) {
             all[i].record.SectorNumber = number;
-            WriteSector(h, all[i].record, all[i].oid);
+            if (WriteSector(h, all[i].record, all[i].oid) == 0)
+                return false;
         }
     }
+    return true;
 }
 
 }  // namespace
@@ -215,6 +217,11 @@ int SectorDialog::Ok() {
     else if (s.WindText == u"000/00")
         s.WindText.clear();
 
+    // The sector, the ones moved to make room for it and the route recomputed after it are one
+    // change: a plan left halfway would number 1, 2, 4 or have a leg that starts nowhere.
+    RecordTransaction tx;
+    if (!tx.Open())
+        return 0;
     {
         DbHandle h = OpenDatabase(g_app.ActivePlanName.view(), schema::kSecNumber);
         if (!h)
@@ -229,16 +236,21 @@ int SectorDialog::Ok() {
             // Make room: the sectors after the new one move down one number, last first.
             for (std::size_t i = all.size(); i-- > position;) {
                 all[i].record.SectorNumber = static_cast<std::int16_t>(i + 2);
-                WriteSector(h, all[i].record, all[i].oid);
+                if (WriteSector(h, all[i].record, all[i].oid) == 0)
+                    return 0;
             }
             s.SectorNumber = static_cast<std::int16_t>(position + 1);
             if (WriteSector(h, s, 0) == 0)
                 return 0;
-            g_app.ArraysPending = 1;
         }
     }
     RefreshPlanSectorCount();
-    RecomputePlanRoute(0);
+    bool kept = RecomputePlanRoute(0) && tx.Commit();
+    RefreshPlanSectorCount();
+    if (!kept)
+        return 0;
+    if (mode_ != Mode::kEdit)
+        g_app.ArraysPending = 1;
     return 1;
 }
 
@@ -247,10 +259,15 @@ bool DeletePlanSector(std::uint32_t index) {
     RefreshPlanSectorCount();
     if (index >= g_app.PlanSectorCount)
         return false;
-    if (!DeleteSector(index))
-        return false;
-    Renumber();
+    // The delete, the route recomputed after it and the renumbering are one change.
+    bool kept = false;
+    {
+        RecordTransaction tx;
+        kept = tx.Open() && DeleteSector(index) && Renumber() && tx.Commit();
+    }
     std::uint32_t count = RefreshPlanSectorCount();
+    if (!kept)
+        return false;
     if (g_app.HighlightedSector >= count)
         g_app.HighlightedSector = count ? count - 1 : 0;
     return true;

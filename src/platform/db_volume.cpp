@@ -148,14 +148,40 @@ const PropVal* FindProp(std::span<const PropVal> props, std::uint32_t propId) {
 
 }  // namespace
 
-// One write transaction; rolled back unless committed. Inside a batch it joins the batch's.
+StoreError Refined(StoreError error) {
+    if (error != StoreError::kIo)
+        return error;
+    int failure = FirstSqlFailure();
+    switch (failure & 0xFF) {
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+            return StoreError::kLocked;
+        case SQLITE_FULL:
+            return StoreError::kFull;
+        default:
+            // The shared-memory index grows by writing to its file: that fails on a full disk.
+            return failure == SQLITE_IOERR_SHMSIZE ? StoreError::kFull : error;
+    }
+}
+
+// One write transaction; rolled back unless committed. Inside a batch it joins the batch's, and
+// a failure makes the batch fail: the writes before it must not be kept without it.
 class Transaction {
   public:
-    explicit Transaction(DbVolume& v) : v_(v), joined_(v.batch_) {
-        open_ = joined_ || v_.begin_.Run();
+    explicit Transaction(DbVolume& v) : v_(v), joined_(v.InBatch()) {
+        // SQLite rolls a transaction back by itself after some failures (a full disk): a batch
+        // that lost its transaction takes no more writes.
+        open_ = joined_ ? !v_.batchFailed_ && sqlite3_get_autocommit(v_.sql_.get()) == 0
+                        : v_.begin_.Run();
+        if (joined_ && !open_)
+            v_.batchFailed_ = true;
     }
     ~Transaction() {
-        if (open_ && !joined_)
+        if (!open_)
+            return;
+        if (joined_)
+            v_.batchFailed_ = true;
+        else
             v_.rollback_.Run();
     }
     bool Open() const { return open_; }
@@ -190,15 +216,23 @@ std::shared_ptr<DbVolume> DbVolume::Open(const fs::path& file, bool mayCreate, b
             return nullptr;
         }
     }
+    ClearSqlFailure();
     std::shared_ptr<DbVolume> v(new DbVolume());
     v->file_ = file;
     v->exclusive_ = exclusive;
     if (v->sql_.Open(file, !exists) != SQLITE_OK) {
-        error = exists ? StoreError::kInvalidFile : StoreError::kIo;
+        error = exists ? StoreError::kInvalidFile : Refined(StoreError::kIo);
         return nullptr;
     }
-    if (!v->Initialise(error))
+    if (!v->Initialise(error)) {
+        // A file that another program holds locked, or on a full disk, is valid, just not
+        // usable now.
+        StoreError why = Refined(StoreError::kIo);
+        if (error == StoreError::kInvalidFile &&
+            (why == StoreError::kLocked || why == StoreError::kFull))
+            error = why;
         return nullptr;
+    }
     return v;
 }
 
@@ -225,7 +259,7 @@ bool DbVolume::Initialise(StoreError& error) {
     while ((rc = tables.Step()) == SQLITE_ROW)
         names.emplace_back(tables.ColumnText(0));
     if ((rc & 0xFF) == SQLITE_BUSY || (rc & 0xFF) == SQLITE_LOCKED) {
-        error = StoreError::kIo;  // held by another program: valid, just not available now
+        error = StoreError::kLocked;  // held by another program: valid, just not available now
         return false;
     }
     if (rc != SQLITE_DONE)
@@ -258,8 +292,8 @@ bool DbVolume::Initialise(StoreError& error) {
             " flags INTEGER NOT NULL, sorts TEXT NOT NULL);"
             "COMMIT;");
         if (!made) {
+            error = Refined(StoreError::kIo);
             sql_.Exec("ROLLBACK");
-            error = StoreError::kIo;
             return false;
         }
     }
@@ -506,7 +540,7 @@ CeOid DbVolume::WriteRecord(CeOid dbOid, CeOid oid, std::span<const PropVal> pro
     // A new record whose id is already reserved is one INSERT, a transaction of its own; an
     // overwrite reads and writes the record in one transaction.
     std::optional<Transaction> tx;
-    if (oid != 0 || nextOid_ >= reservedEnd_) {
+    if (InBatch() || oid != 0 || nextOid_ >= reservedEnd_) {
         tx.emplace(*this);
         if (!tx->Open())
             return 0;
@@ -591,14 +625,19 @@ bool DbVolume::DeleteRecord(CeOid dbOid, CeOid oid, StoreError& error) {
         return false;
     }
     ResetCursors();
+    error = StoreError::kIo;
+    Transaction tx(*this);
+    if (!tx.Open())
+        return false;
     if (!db->remove.valid())
         db->remove = sql_.Prepare("DELETE FROM " + db->table + " WHERE oid = ?1");
     db->remove.BindInt(1, oid);
-    if (!db->remove.Run()) {
-        error = StoreError::kIo;
+    if (!db->remove.Run())
         return false;
-    }
-    if (sqlite3_changes(sql_.get()) == 0) {
+    bool changed = sqlite3_changes(sql_.get()) != 0;
+    if (!tx.Commit())
+        return false;
+    if (!changed) {
         error = StoreError::kNotFound;
         return false;
     }
@@ -610,19 +649,26 @@ bool DbVolume::DeleteRecord(CeOid dbOid, CeOid oid, StoreError& error) {
 
 bool DbVolume::BeginBatch() {
     ResetCursors();
-    if (batch_ || !begin_.Run())
-        return false;
-    batch_ = true;
+    if (batchDepth_ == 0) {
+        if (!begin_.Run())
+            return false;
+        batchFailed_ = false;
+    }
+    ++batchDepth_;
     return true;
 }
 
 bool DbVolume::EndBatch(bool commit) {
-    if (!batch_)
+    if (batchDepth_ == 0)
         return false;
-    batch_ = false;
-    if (commit && commit_.Run())
+    if (!commit)
+        batchFailed_ = true;
+    if (--batchDepth_ > 0)
+        return !batchFailed_;
+    if (!batchFailed_ && commit_.Run())
         return true;
     rollback_.Run();
+    batchFailed_ = false;
     // What the dropped writes changed in memory is read again from the file.
     ResetCursors();
     LoadCatalog();

@@ -20,6 +20,9 @@ namespace aerix::platform {
 
 class DbCursor;
 
+// kIo told more exactly when SQLite said why (a lock held elsewhere, a full disk).
+StoreError Refined(StoreError error);
+
 struct DbMeta {
     DatabaseInfo info;  // recordCount is not kept here
     std::string table;
@@ -54,9 +57,12 @@ class DbVolume {
     CeOid WriteRecord(CeOid db, CeOid oid, std::span<const PropVal> props, StoreError& error);
     bool DeleteRecord(CeOid db, CeOid oid, StoreError& error);
     // Many writes as one transaction: writes until EndBatch join it, and EndBatch commits them
-    // (or, with commit false or on failure, drops them all).
+    // (or, with commit false or on failure, drops them all). Batches nest: an inner one joins
+    // the outer, and only the outermost EndBatch commits; an inner one ended with commit false,
+    // or a write that fails inside, makes the whole batch fail.
     bool BeginBatch();
     bool EndBatch(bool commit);
+    bool InBatch() const { return batchDepth_ > 0; }
 
     // For cursors.
     SqliteDb& Sql() { return sql_; }
@@ -89,7 +95,8 @@ class DbVolume {
     std::uint64_t nextOid_ = 0, reservedEnd_ = 0;
     std::uint64_t dataGeneration_ = 0;   // any write
     std::uint64_t orderGeneration_ = 0;  // a write that can move records in a sort order
-    bool batch_ = false;
+    int batchDepth_ = 0;
+    bool batchFailed_ = false;
     friend class Transaction;
 };
 

@@ -61,8 +61,9 @@ bool DbHandle::BeginBatch() {
     if (!cursor_ || batch_)
         return Fail(StoreError::kInvalidParameter, false);
     std::lock_guard lock(cursor_->Volume().Mutex());
+    ClearSqlFailure();
     batch_ = cursor_->Volume().BeginBatch();
-    t_lastError = batch_ ? StoreError::kNone : StoreError::kIo;
+    t_lastError = batch_ ? StoreError::kNone : Refined(StoreError::kIo);
     return batch_;
 }
 
@@ -71,8 +72,9 @@ bool DbHandle::CommitBatch() {
         return Fail(StoreError::kInvalidParameter, false);
     std::lock_guard lock(cursor_->Volume().Mutex());
     batch_ = false;
+    ClearSqlFailure();
     bool done = cursor_->Volume().EndBatch(true);
-    t_lastError = done ? StoreError::kNone : StoreError::kIo;
+    t_lastError = done ? StoreError::kNone : Refined(StoreError::kIo);
     return done;
 }
 
@@ -120,9 +122,10 @@ CeOid DbHandle::Write(CeOid oid, std::span<const PropVal> props) {
     if (!cursor_)
         return Fail(StoreError::kInvalidParameter, CeOid{0});
     std::lock_guard lock(cursor_->Volume().Mutex());
+    ClearSqlFailure();
     StoreError error = StoreError::kNone;
     CeOid written = cursor_->Volume().WriteRecord(cursor_->Database(), oid, props, error);
-    t_lastError = error;
+    t_lastError = Refined(error);
     return written;
 }
 
@@ -130,9 +133,44 @@ bool DbHandle::DeleteRecord(CeOid oid) {
     if (!cursor_)
         return Fail(StoreError::kInvalidParameter, false);
     std::lock_guard lock(cursor_->Volume().Mutex());
+    ClearSqlFailure();
     StoreError error = StoreError::kNone;
     bool done = cursor_->Volume().DeleteRecord(cursor_->Database(), oid, error);
-    t_lastError = error;
+    t_lastError = Refined(error);
+    return done;
+}
+
+// --- VolumeTransaction ------------------------------------------------------------------------
+
+VolumeTransaction::VolumeTransaction(ObjectStore& store, VolumeGuid volume)
+    : volume_(store.Volume(volume)) {
+    if (!volume_)
+        return;
+    std::lock_guard lock(volume_->Mutex());
+    ClearSqlFailure();
+    if (!volume_->BeginBatch()) {
+        t_lastError = Refined(StoreError::kIo);
+        volume_.reset();
+        return;
+    }
+    t_lastError = StoreError::kNone;
+}
+
+VolumeTransaction::~VolumeTransaction() {
+    if (!volume_)
+        return;
+    std::lock_guard lock(volume_->Mutex());
+    volume_->EndBatch(false);
+}
+
+bool VolumeTransaction::Commit() {
+    if (!volume_)
+        return false;
+    std::shared_ptr<DbVolume> volume = std::move(volume_);
+    std::lock_guard lock(volume->Mutex());
+    ClearSqlFailure();
+    bool done = volume->EndBatch(true);
+    t_lastError = done ? StoreError::kNone : Refined(StoreError::kIo);
     return done;
 }
 
@@ -149,11 +187,12 @@ std::shared_ptr<DbVolume> ObjectStore::Volume(VolumeGuid guid) {
     if (guid == kObjectStoreVolume) {
         if (!store_) {
             StoreError error = StoreError::kNone;
+            ClearSqlFailure();
             std::error_code ec;
             fs::create_directories(storeFile_.parent_path(), ec);
             store_ = DbVolume::Open(storeFile_, true, false, error);
             if (!store_)
-                t_lastError = error;
+                t_lastError = Refined(error);
         }
         return store_;
     }
@@ -170,9 +209,10 @@ CeOid ObjectStore::CreateDatabase(VolumeGuid guid, const DatabaseInfo& info) {
     if (!volume)
         return 0;
     std::lock_guard lock(volume->Mutex());
+    ClearSqlFailure();
     StoreError error = StoreError::kNone;
     CeOid oid = volume->CreateDatabase(info, error);
-    t_lastError = error;
+    t_lastError = Refined(error);
     return oid;
 }
 
@@ -215,9 +255,10 @@ bool ObjectStore::DeleteDatabase(VolumeGuid guid, CeOid oid) {
     if (!volume)
         return false;
     std::lock_guard lock(volume->Mutex());
+    ClearSqlFailure();
     StoreError error = StoreError::kNone;
     bool done = volume->DeleteDatabase(oid, error);
-    t_lastError = error;
+    t_lastError = Refined(error);
     return done;
 }
 
@@ -275,6 +316,7 @@ bool ObjectStore::MountVolume(const fs::path& file, std::uint32_t disposition, V
             return Fail(StoreError::kInvalidParameter, false);
     }
     StoreError error = StoreError::kNone;
+    ClearSqlFailure();
     // A mounted volume belongs to this program until it is unmounted, as the pocket computer held
     // a mounted volume file; that also spares every write the file locking.
     auto volume = DbVolume::Open(key, true, true, error);

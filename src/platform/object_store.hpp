@@ -18,6 +18,7 @@ namespace aerix::platform {
 
 class DbCursor;
 class DbVolume;
+class ObjectStore;
 
 // Why the last call on this thread failed.
 StoreError LastStoreError();
@@ -55,7 +56,8 @@ class DbHandle {
 
     // Makes the writes until CommitBatch one transaction on the handle's volume: far faster for
     // thousands of records, and all or none of them are kept. Other writers of the volume in this
-    // program join the batch. Closing the handle before CommitBatch drops the batch.
+    // program join the batch. Closing the handle before CommitBatch drops the batch. Inside a
+    // VolumeTransaction it joins that one.
     bool BeginBatch();
     bool CommitBatch();
 
@@ -64,6 +66,26 @@ class DbHandle {
     explicit DbHandle(std::unique_ptr<DbCursor> cursor);
     std::unique_ptr<DbCursor> cursor_;
     bool batch_ = false;
+};
+
+// Several writes to one volume as one transaction (RAII): begun here, kept by Commit, dropped when
+// the scope ends without it or when any write inside it failed. A scope begun inside another on
+// the same volume (or a handle's batch) joins it: only the outermost one commits. Every writer of
+// the volume in this program joins while it is open.
+class VolumeTransaction {
+  public:
+    VolumeTransaction(ObjectStore& store, VolumeGuid volume);
+    ~VolumeTransaction();
+    VolumeTransaction(const VolumeTransaction&) = delete;
+    VolumeTransaction& operator=(const VolumeTransaction&) = delete;
+
+    // False when it could not begin (LastStoreError says why).
+    bool Open() const { return volume_ != nullptr; }
+    // True when everything written inside is kept (for an inner scope: nothing failed so far).
+    bool Commit();
+
+  private:
+    std::shared_ptr<DbVolume> volume_;
 };
 
 class ObjectStore {
@@ -99,6 +121,7 @@ class ObjectStore {
     bool UnmountVolume(VolumeGuid guid);
 
   private:
+    friend class VolumeTransaction;
     std::shared_ptr<DbVolume> Volume(VolumeGuid guid);
     DbHandle Open(VolumeGuid volume, std::optional<CeOid> oid, std::u16string_view name,
                   std::uint32_t sortProp, std::uint32_t flags);

@@ -134,6 +134,8 @@ enum class StoreError {
     kAlreadyExists,     // a database of that name, or a volume file that must be new
     kInvalidParameter,  // a bad name, sort order, property type or seek
     kIo,                // SQLite refused the operation
+    kLocked,            // another program holds the file's lock (after a short wait)
+    kFull,              // the disk (or the file's size limit) is full
 };
 
 }  // namespace aerix::platform

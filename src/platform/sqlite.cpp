@@ -2,13 +2,57 @@
 
 #include <sqlite3.h>
 
+#include <atomic>
+#include <chrono>
+#include <thread>
 #include <utility>
 
 namespace aerix::platform {
 
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// When a wait for another program's lock last ran out (a count of Clock ticks; 0: never).
+std::atomic<Clock::rep> g_lockWaitRanOut{0};
+
+thread_local int t_firstFailure = SQLITE_OK;
+
+int Noted(int rc) {
+    // The first failure is the cause; what fails after it (a commit with nothing to commit)
+    // follows from it.
+    if (rc != SQLITE_OK && rc != SQLITE_ROW && rc != SQLITE_DONE && t_firstFailure == SQLITE_OK)
+        t_firstFailure = rc;
+    return rc;
+}
+
+int WaitForLock(void*, int attempt) {
+    constexpr int kStepMs = 20;
+    Clock::rep ranOut = g_lockWaitRanOut.load();
+    if (ranOut != 0 && Clock::now() - Clock::time_point(Clock::duration(ranOut)) <
+                           std::chrono::milliseconds(kLockRetryAfterMs))
+        return 0;
+    if (attempt * kStepMs >= kLockWaitMs) {
+        g_lockWaitRanOut = Clock::now().time_since_epoch().count();
+        return 0;
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(kStepMs));
+    return 1;
+}
+
+}  // namespace
+
+int FirstSqlFailure() {
+    return t_firstFailure;
+}
+
+void ClearSqlFailure() {
+    t_firstFailure = SQLITE_OK;
+}
+
 SqliteStmt::SqliteStmt(sqlite3* db, std::string_view sql) {
-    if (db && sqlite3_prepare_v3(db, sql.data(), static_cast<int>(sql.size()),
-                                 SQLITE_PREPARE_PERSISTENT, &stmt_, nullptr) != SQLITE_OK) {
+    if (db && Noted(sqlite3_prepare_v3(db, sql.data(), static_cast<int>(sql.size()),
+                                       SQLITE_PREPARE_PERSISTENT, &stmt_, nullptr)) != SQLITE_OK) {
         sqlite3_finalize(stmt_);
         stmt_ = nullptr;
     }
@@ -47,7 +91,7 @@ void SqliteStmt::BindBlob(int i, std::span<const std::uint8_t> v) {
 }
 
 int SqliteStmt::Step() {
-    return stmt_ ? sqlite3_step(stmt_) : SQLITE_MISUSE;
+    return stmt_ ? Noted(sqlite3_step(stmt_)) : SQLITE_MISUSE;
 }
 
 void SqliteStmt::Reset() {
@@ -100,13 +144,13 @@ int SqliteDb::Open(const std::filesystem::path& file, bool create) {
     Close();
     // The store serialises access itself, so the connection needs no mutex of its own.
     int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (create ? SQLITE_OPEN_CREATE : 0);
-    int rc = sqlite3_open_v2(file.c_str(), &db_, flags, nullptr);
+    int rc = Noted(sqlite3_open_v2(file.c_str(), &db_, flags, nullptr));
     if (rc != SQLITE_OK) {
         Close();
         return rc;
     }
     sqlite3_extended_result_codes(db_, 1);
-    sqlite3_busy_timeout(db_, 5000);
+    sqlite3_busy_handler(db_, WaitForLock, nullptr);
     return SQLITE_OK;
 }
 
@@ -119,7 +163,7 @@ void SqliteDb::Close() {
 
 bool SqliteDb::Exec(std::string_view sql) {
     std::string text(sql);
-    return db_ && sqlite3_exec(db_, text.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK;
+    return db_ && Noted(sqlite3_exec(db_, text.c_str(), nullptr, nullptr, nullptr)) == SQLITE_OK;
 }
 
 std::int64_t SqliteDb::LastInsertRowId() const {

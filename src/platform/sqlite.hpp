@@ -50,6 +50,17 @@ class SqliteStmt {
     sqlite3_stmt* stmt_ = nullptr;
 };
 
+// How long a lock that another program holds is waited for before a call gives up with
+// SQLITE_BUSY. After such a wait in vain, calls within kLockRetryAfter give up at once, so that a
+// command of many steps waits once rather than at every step.
+inline constexpr int kLockWaitMs = 3000;
+inline constexpr int kLockRetryAfterMs = 10000;
+
+// The extended result code (SQLITE_BUSY, SQLITE_FULL, ...) of the first call on this thread that
+// failed since ClearSqlFailure; SQLITE_OK when none did.
+int FirstSqlFailure();
+void ClearSqlFailure();
+
 class SqliteDb {
   public:
     SqliteDb() = default;

@@ -1,10 +1,12 @@
 #include "store/record_store.hpp"
 
+#include <atomic>
 #include <mutex>
 
 #include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
+#include "platform/sqlite.hpp"
 #include "store/record_props.hpp"
 
 namespace aerix {
@@ -19,6 +21,32 @@ namespace {
 
 platform::ObjectStore& Store() {
     return *platform::Sys().store;
+}
+
+// Failures told on this thread, so that a transaction does not tell a failed write twice.
+thread_local std::uint64_t t_failuresTold = 0;
+
+// When the lock was last told (the box closed), in the clock's milliseconds; -1: never.
+std::atomic<std::int64_t> g_lockToldAt{-1};
+
+std::int64_t NowMs() {
+    return platform::Sys().clock ? platform::Sys().clock->NowMs() : 0;
+}
+
+void TellFailure(const char* otherwise) {
+    ++t_failuresTold;
+    platform::StoreError error = platform::LastStoreError();
+    if (error == platform::StoreError::kLocked) {
+        // A lock is told once: the steps that follow the box within a few seconds (a start
+        // opens a dozen databases) fail quietly rather than show it again and again.
+        std::int64_t told = g_lockToldAt.load();
+        if (told >= 0 && NowMs() - told < platform::kLockRetryAfterMs)
+            return;
+        platform::ShowError(kDataLockedText);
+        g_lockToldAt = NowMs();
+        return;
+    }
+    platform::ShowError(StoreFailureText(error, otherwise));
 }
 
 VolumeGuid NavVolume() {
@@ -41,7 +69,7 @@ DbHandle OpenIn(VolumeGuid volume, std::u16string_view name, std::uint32_t sortP
     g_app.LastOpenedDatabaseId = h.DatabaseOid();
     if (!h) {
         if (failure)
-            platform::ShowError(failure);
+            TellFailure(failure);
         return h;
     }
     if (recordCount) {
@@ -66,7 +94,7 @@ template <typename Record>
 CeOid WriteRecord(DbHandle& h, const Record& r, CeOid oid) {
     CeOid written = h ? h.Write(oid, ToProps(r)) : 0;
     if (written == 0)
-        platform::ShowError("Record write failed");
+        TellFailure("Record write failed");
     return written;
 }
 
@@ -81,6 +109,31 @@ std::mutex g_hookMutex;
 std::function<void()> g_sectorDeletedHook;
 
 }  // namespace
+
+std::string StoreFailureText(platform::StoreError error, std::string_view otherwise) {
+    switch (error) {
+        case platform::StoreError::kLocked:
+            return kDataLockedText;
+        case platform::StoreError::kFull:
+            return std::string(otherwise) + ": disk full";
+        default:
+            return std::string(otherwise);
+    }
+}
+
+RecordTransaction::RecordTransaction()
+    : tx_(Store(), kObjectStoreVolume), toldAtBegin_(t_failuresTold) {
+    if (!tx_.Open())
+        TellFailure("Record write failed");
+}
+
+bool RecordTransaction::Commit() {
+    if (tx_.Commit())
+        return true;
+    if (t_failuresTold == toldAtBegin_)
+        TellFailure("Record write failed");
+    return false;
+}
 
 // --- create ---
 

@@ -19,6 +19,31 @@ namespace aerix {
 using platform::CeOid;
 using platform::DbHandle;
 
+// What a failure of the store is told as: a lock held by another program or a full disk in words,
+// anything else as otherwise says. The lock is told once for a run of failures within a few
+// seconds of each other.
+inline constexpr const char* kDataLockedText = "The data is locked by another program";
+std::string StoreFailureText(platform::StoreError error, std::string_view otherwise);
+
+// Several writes to the object store as one change (a plan renumbered, reversed or recomputed):
+// Commit keeps all of them; a scope left without it, or in which a write failed, keeps none. A
+// scope begun inside another joins it, and only the outermost one commits. Single writes need
+// none: each is a transaction of its own.
+class RecordTransaction {
+  public:
+    // When it cannot begin it says why ("Record write failed", the lock, the full disk).
+    RecordTransaction();
+    RecordTransaction(const RecordTransaction&) = delete;
+    RecordTransaction& operator=(const RecordTransaction&) = delete;
+    bool Open() const { return tx_.Open(); }
+    // False when the change is not kept; said unless a failed write inside has said it already.
+    bool Commit();
+
+  private:
+    platform::VolumeTransaction tx_;
+    std::uint64_t toldAtBegin_;
+};
+
 // Seek modes the readers take.
 inline constexpr std::uint32_t kByOid = platform::kSeekCeOid;          // the record with that id
 inline constexpr std::uint32_t kByIndex = platform::kSeekBeginning;    // the n-th in sort order

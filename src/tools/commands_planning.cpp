@@ -28,7 +28,7 @@ using platform::PropVal;
 
 // What the program does at start before any of these dialogs can run.
 void StartUp(ToolContext& ctx) {
-    ctx.OpenPlatform();
+    ctx.OpenStore();
     CreateDefaultSettings();
     LoadSettings();
     CreateDefaultData();
@@ -478,7 +478,9 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
     plan->add_subcommand("reverse", "Reverses the active plan and recomputes its route")
         ->callback([&ctx] {
             StartUp(ctx);
-            ReversePlan();
+            std::size_t before = ctx.Ui().BoxTexts().size();
+            if (!ReversePlan())
+                FailWithBox(ctx, before, "plan not reversed");
             ctx.Out().Emit(
                 {{"plan", g_app.ActivePlanName.utf8()}, {"sectors", g_app.PlanSectorCount}});
         });
@@ -488,7 +490,9 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
     recompute->add_flag("--airspeeds", *airspeeds, "Takes the aircraft's true airspeeds again");
     recompute->callback([&ctx, airspeeds] {
         StartUp(ctx);
-        RecomputePlanRoute(*airspeeds ? 1 : 0);
+        std::size_t before = ctx.Ui().BoxTexts().size();
+        if (!RecomputePlanRoute(*airspeeds ? 1 : 0))
+            FailWithBox(ctx, before, "plan not recomputed");
         ctx.Out().Emit({{"plan", g_app.ActivePlanName.utf8()}, {"sectors", g_app.PlanSectorCount}});
     });
 }
@@ -563,7 +567,9 @@ void AddAircraft(CLI::App& app, ToolContext& ctx) {
         StartUp(ctx);
         if (!MakeAircraftCurrent(Utf8ToUtf16(*reg)))
             throw ToolFailure("no aircraft registered \"" + *reg + "\"");
-        RecomputePlan(1);
+        std::size_t before = ctx.Ui().BoxTexts().size();
+        if (!RecomputePlan(1))
+            FailWithBox(ctx, before, "plan not recomputed");
         SaveSettings();
         ctx.Out().Emit({{"aircraft", *reg}, {"plan", g_app.ActivePlanName.utf8()}});
     });

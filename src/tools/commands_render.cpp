@@ -46,7 +46,7 @@ void OpenPlanNamed(const std::string& name) {
 
 // The platform, the default data and the plan, as the window has them.
 void SetUp(ToolContext& ctx) {
-    ctx.OpenPlatform();
+    ctx.OpenStore();
     CreateDefaultSettings();
     LoadSettings();
     CreateDefaultData();

@@ -33,6 +33,10 @@ std::string StoreErrorText(platform::StoreError e) {
             return "invalid request";
         case platform::StoreError::kIo:
             return "the database refused the operation";
+        case platform::StoreError::kLocked:
+            return "The data is locked by another program";
+        case platform::StoreError::kFull:
+            return "disk full";
         default:
             return "failed";
     }

@@ -22,7 +22,7 @@ namespace aerix::tools {
 namespace {
 
 void StartUp(ToolContext& ctx) {
-    ctx.OpenPlatform();
+    ctx.OpenStore();
     CreateDefaultSettings();
     LoadSettings();
     CreateDefaultData();

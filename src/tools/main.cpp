@@ -45,5 +45,5 @@ int main(int argc, char** argv) {
         std::cerr << "aerix-tool: " << e.what() << '\n';
         return 1;
     }
-    return 0;
+    return ctx.StoreFailureShown() ? 1 : 0;
 }

@@ -2,6 +2,8 @@
 
 #include <iostream>
 
+#include "store/record_store.hpp"
+
 namespace aerix::tools {
 
 ToolContext::ToolContext() {
@@ -24,6 +26,28 @@ platform::Platform& ToolContext::OpenPlatform() {
         platform_->ReportLoadProblems();
     }
     return *platform_;
+}
+
+platform::Platform& ToolContext::OpenStore() {
+    platform::Platform& p = OpenPlatform();
+    // Touching the store opens it; a damaged file is reported, never replaced.
+    p.Store().EnumDatabases(platform::kObjectStoreVolume);
+    platform::StoreError error = platform::LastStoreError();
+    if (error == platform::StoreError::kInvalidFile)
+        throw ToolFailure("Could not open database: " + p.Store().StoreFile().string() +
+                          " is not a valid database file (left untouched)");
+    if (error != platform::StoreError::kNone)
+        throw ToolFailure(StoreFailureText(error, "Could not open database"));
+    return p;
+}
+
+bool ToolContext::StoreFailureShown() const {
+    for (const std::string& text : ui_.BoxTexts()) {
+        if (text.starts_with("Could not open database") ||
+            text.starts_with("Record write failed") || text == kDataLockedText)
+            return true;
+    }
+    return false;
 }
 
 }  // namespace aerix::tools

@@ -36,6 +36,12 @@ class ToolContext {
     platform::Platform& OpenPlatform();
     // Message boxes shown so far (for commands that turn them into a failure).
     platform::ScriptedUi& Ui() { return ui_; }
+    // The platform with its object store open; a ToolFailure that says why when the store cannot
+    // be opened (held by another program, not a valid file, ...).
+    platform::Platform& OpenStore();
+    // Whether a box said the store could not be read or written: the command then exits 1 even
+    // when the flow behind it carried on.
+    bool StoreFailureShown() const;
 
   private:
     platform::ScriptedUi ui_;

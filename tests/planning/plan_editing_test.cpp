@@ -6,6 +6,7 @@
 #include "planning/sector_dialog.hpp"
 #include "planning/waypoint_search.hpp"
 #include "planning_fixture.hpp"
+#include "platform/sqlite.hpp"
 
 namespace aerix::testing {
 namespace {
@@ -187,6 +188,43 @@ TEST_F(SectorEditingTest, DirectToAndResume) {
     ResumePlan();
     EXPECT_EQ(g_app.DirectToStartLatitude.load(), 0);
     EXPECT_EQ(g_app.LegChange.load(), 1);
+}
+
+TEST_F(PlanEditingTest, ChangesTheStoreCannotTakeAreToldOnceAndLeaveThePlanAsItWas) {
+    WriteSectors({Leg(1, 50 * kDeg, 0, 51 * kDeg, 0), Leg(2, 51 * kDeg, 0, 52 * kDeg, kDeg),
+                  Leg(3, 52 * kDeg, kDeg, 52 * kDeg, 2 * kDeg)});
+    RecomputePlanRoute(0);
+    auto before = Sectors();
+    platform::SqliteDb other;  // another program, writing
+    ASSERT_EQ(other.Open(platform_.Store().StoreFile(), false), 0);
+    ASSERT_TRUE(other.Exec("BEGIN EXCLUSIVE"));
+
+    std::size_t boxes = platform_.Ui().BoxTexts().size();
+    SectorDialog insert = SectorDialog::ForInsert(0);
+    insert.SetEnd({u"Mid", u"", 51 * kDeg, kDeg / 2});
+    insert.SetAltitude("3000");
+    EXPECT_EQ(insert.Ok(), 0);
+    EXPECT_FALSE(ReversePlan());
+    EXPECT_FALSE(DeletePlanSector(1));
+    EXPECT_FALSE(RecomputePlan(1));
+    auto texts = platform_.Ui().BoxTexts();
+    EXPECT_EQ(
+        std::vector<std::string>(texts.begin() + static_cast<std::ptrdiff_t>(boxes), texts.end()),
+        std::vector<std::string>{kDataLockedText})
+        << "told once, and nothing else";
+    EXPECT_EQ(g_app.PlanSectorCount, 3u);
+
+    ASSERT_TRUE(other.Exec("COMMIT"));
+    other.Close();
+    platform_.Restart();
+    g_app.ActivePlanName.assign(u"Trip");
+    auto after = Sectors();
+    ASSERT_EQ(after.size(), before.size());
+    for (std::size_t i = 0; i < after.size(); ++i) {
+        EXPECT_EQ(after[i].SectorNumber, before[i].SectorNumber);
+        EXPECT_EQ(after[i].StartLatitude, before[i].StartLatitude);
+        EXPECT_EQ(after[i].EndLongitude, before[i].EndLongitude);
+    }
 }
 
 TEST_F(PlanEditingTest, FlightLogRowsAndTotals) {

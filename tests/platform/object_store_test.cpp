@@ -315,43 +315,100 @@ TEST_F(ObjectStoreTest, HandlesWorkFromSeveralThreads) {
 namespace aerix::platform {
 namespace {
 
+// Database "B", sorted on an integer.
+CeOid CreateB(ObjectStore& s) {
+    DatabaseInfo info;
+    info.name = u"B";
+    info.flags = 7;
+    info.sorts = {{MakePropId(1, kCevtI4), 0}};
+    return s.CreateDatabase(kObjectStoreVolume, info);
+}
+
+// The records of database "B".
+std::uint32_t RecordsOfB(ObjectStore& s) {
+    std::uint32_t n = 0;
+    DbHandle h = s.OpenDatabase(kObjectStoreVolume, u"B", 0, kOpenAutoIncrement);
+    std::vector<PropVal> props;
+    while (h.Read(props))
+        ++n;
+    return n;
+}
+
 TEST(ObjectStoreBatch, CommitsAllOrDropsAllWhenTheHandleCloses) {
     TempDir dir;
     auto file = dir.Path() / "objectstore.sqlite";
-    auto count = [&](ObjectStore& s) {
-        std::uint32_t n = 0;
-        DbHandle h = s.OpenDatabase(kObjectStoreVolume, u"B", 0, kOpenAutoIncrement);
-        std::vector<PropVal> props;
-        while (h.Read(props))
-            ++n;
-        return n;
-    };
     {
         ObjectStore store(file);
-        DatabaseInfo info;
-        info.name = u"B";
-        info.flags = 7;
-        info.sorts = {{MakePropId(1, kCevtI4), 0}};
-        ASSERT_NE(store.CreateDatabase(kObjectStoreVolume, info), 0u);
+        ASSERT_NE(CreateB(store), 0u);
         DbHandle h = store.OpenDatabase(kObjectStoreVolume, u"B", 0, kOpenAutoIncrement);
         ASSERT_TRUE(h.BeginBatch());
         EXPECT_FALSE(h.BeginBatch());  // no nesting
         for (int i = 0; i < 3; ++i)
             ASSERT_NE(h.Write(0, std::vector{PropVal::I4(1, i)}), 0u);
-        EXPECT_EQ(count(store), 3u);  // visible to the program at once
+        EXPECT_EQ(RecordsOfB(store), 3u);  // visible to the program at once
         ASSERT_TRUE(h.CommitBatch());
         EXPECT_FALSE(h.CommitBatch());
 
         ASSERT_TRUE(h.BeginBatch());
         ASSERT_NE(h.Write(0, std::vector{PropVal::I4(1, 9)}), 0u);
         h.Close();  // never committed
-        EXPECT_EQ(count(store), 3u);
+        EXPECT_EQ(RecordsOfB(store), 3u);
         // Ids handed out in the dropped batch do not break later writes.
         DbHandle again = store.OpenDatabase(kObjectStoreVolume, u"B", 0, kOpenAutoIncrement);
         ASSERT_NE(again.Write(0, std::vector{PropVal::I4(1, 4)}), 0u);
     }
     ObjectStore reopened(file);
-    EXPECT_EQ(count(reopened), 4u);
+    EXPECT_EQ(RecordsOfB(reopened), 4u);
+}
+
+TEST(ObjectStoreBatch, ScopesNestAndOnlyTheOutermostKeepsTheWrites) {
+    TempDir dir;
+    auto file = dir.Path() / "objectstore.sqlite";
+    auto add = [](ObjectStore& s, int value) {
+        DbHandle h = s.OpenDatabase(kObjectStoreVolume, u"B", 0, kOpenAutoIncrement);
+        return h.Write(0, std::vector{PropVal::I4(1, value)}) != 0;
+    };
+    {
+        ObjectStore store(file);
+        ASSERT_NE(CreateB(store), 0u);
+
+        {
+            VolumeTransaction outer(store, kObjectStoreVolume);
+            ASSERT_TRUE(outer.Open());
+            ASSERT_TRUE(add(store, 1));
+            {
+                VolumeTransaction inner(store, kObjectStoreVolume);
+                ASSERT_TRUE(add(store, 2));
+                EXPECT_TRUE(inner.Commit());
+            }
+            EXPECT_EQ(RecordsOfB(store), 2u);
+        }  // the outer one never committed: the inner commit kept nothing
+        EXPECT_EQ(RecordsOfB(store), 0u);
+
+        {
+            VolumeTransaction outer(store, kObjectStoreVolume);
+            ASSERT_TRUE(add(store, 1));
+            { VolumeTransaction inner(store, kObjectStoreVolume); }  // left without Commit
+            EXPECT_FALSE(outer.Commit());
+        }
+        EXPECT_EQ(RecordsOfB(store), 0u);
+
+        {
+            // A handle's batch (as an import makes) inside a scope joins it.
+            VolumeTransaction outer(store, kObjectStoreVolume);
+            DbHandle h = store.OpenDatabase(kObjectStoreVolume, u"B", 0, kOpenAutoIncrement);
+            ASSERT_TRUE(h.BeginBatch());
+            ASSERT_NE(h.Write(0, std::vector{PropVal::I4(1, 3)}), 0u);
+            EXPECT_TRUE(h.CommitBatch());
+            ASSERT_TRUE(add(store, 4));
+            EXPECT_TRUE(outer.Commit());
+            EXPECT_FALSE(outer.Commit());
+        }
+        EXPECT_EQ(RecordsOfB(store), 2u);
+        ASSERT_TRUE(add(store, 5));  // a single write outside any scope is its own transaction
+    }
+    ObjectStore reopened(file);
+    EXPECT_EQ(RecordsOfB(reopened), 3u);
 }
 
 }  // namespace
