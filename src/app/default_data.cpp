@@ -175,26 +175,19 @@ const std::vector<WindRecord>& WindTable() {
     return table;
 }
 
-// Writes each row; a failed write has said "Record write failed" and the next row goes on. False
-// when any row is missing.
+// Writes each row; a failed write has said "Record write failed" and the next row goes on. A
+// database left short of its rows (a full disk) is removed again, so that the next start fills
+// it whole instead of taking it for done.
 template <typename Record, typename Writer>
-bool WriteAll(DbHandle& h, std::span<const Record> rows, Writer write) {
+void WriteAll(DbHandle& h, std::span<const Record> rows, Writer write) {
     bool whole = true;
     for (const Record& r : rows)
         whole = write(h, r, 0) != 0 && whole;
-    return whole;
-}
-
-// A default database is created with all its rows in one transaction: a kill or a full disk
-// leaves it missing, to be made whole at the next start, never short of rows and taken for done.
-// fill is given the open database when it was created just now, and returns whether it is whole.
-template <typename Create, typename Fill>
-void CreateWhole(Create create, Fill fill) {
-    RecordTransaction tx;
-    if (!tx.Open())
+    if (whole)
         return;
-    if (fill(create() != 0))
-        tx.Commit();
+    platform::CeOid oid = h.DatabaseOid();
+    h.Close();
+    DeleteDatabase(oid);
 }
 
 }  // namespace
@@ -221,36 +214,39 @@ DefaultNavBuild CreateDefaultData() {
     if (!world.problem.empty())
         platform::ShowError(world.problem);
     // A database that cannot be created is taken to exist already and is left as it is.
-    CreateWhole(CreateAircraftDatabase, [](bool created) {
+    bool aircraftCreated = CreateAircraftDatabase() != 0;
+    {
         DbHandle h = OpenDatabase(schema::kAircraftName, schema::kAcName);
-        if (h && created)
-            return WriteAll(h, DefaultAircraft(), WriteAircraft);
-        PropVal key = PropVal::Text(600, std::u16string(g_app.AircraftReg.view()));
-        if (h && h.SeekValue(key) != 0 && ReadAircraft(h, kFromCurrent, 0, g_app.CurrentAircraft))
-            ApplyAircraftToState(g_app.CurrentAircraft);
-        return !created;
-    });
-    CreateWhole(CreateStationsDatabase, [](bool created) {
+        if (h && aircraftCreated) {
+            WriteAll(h, DefaultAircraft(), WriteAircraft);
+        } else if (h) {
+            PropVal key = PropVal::Text(600, std::u16string(g_app.AircraftReg.view()));
+            if (h.SeekValue(key) != 0 && ReadAircraft(h, kFromCurrent, 0, g_app.CurrentAircraft))
+                ApplyAircraftToState(g_app.CurrentAircraft);
+        }
+    }
+    if (CreateStationsDatabase() != 0) {
         DbHandle h = OpenDatabase(schema::kStationsName, schema::kStKind);
-        return !created || (h && WriteAll(h, DefaultStations(), WriteStation));
-    });
-    CreateWhole(CreateEnvelopesDatabase, [](bool created) {
+        if (h)
+            WriteAll(h, DefaultStations(), WriteStation);
+    }
+    if (CreateEnvelopesDatabase() != 0) {
         DbHandle h = OpenEnvelopes();
-        return !created || (h && WriteAll(h, DefaultEnvelopePoints(), WriteEnvelopePoint));
-    });
-    CreateWhole(CreateMapsDatabase, [](bool created) {
-        if (!created)
-            return true;
+        if (h)
+            WriteAll(h, DefaultEnvelopePoints(), WriteEnvelopePoint);
+    }
+    if (CreateMapsDatabase() != 0) {
         DbHandle h = OpenDatabase(schema::kMapsName, schema::kMapPath);
         if (!h)
             platform::ShowError("invalid handle");
-        return h && WriteAll(h, DefaultMaps(), WriteMap);
-    });
-    CreateWhole([] { return CreateWindDatabase(schema::kWindName); },
-                [](bool created) {
-                    DbHandle h = OpenDatabase(schema::kWindName, schema::kWindAltitude);
-                    return !created || (h && WriteAll(h, DefaultWinds(), WriteWind));
-                });
+        else
+            WriteAll(h, DefaultMaps(), WriteMap);
+    }
+    if (CreateWindDatabase(schema::kWindName) == 0)
+        return world;
+    DbHandle h = OpenDatabase(schema::kWindName, schema::kWindAltitude);
+    if (h)
+        WriteAll(h, DefaultWinds(), WriteWind);
     return world;
 }
 
