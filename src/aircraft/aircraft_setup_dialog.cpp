@@ -442,44 +442,32 @@ bool AircraftEditDialog::Ok() {
         for (auto& p : ReadEnvelopePoints(name))
             oldPoints.push_back(std::move(p));
     }
+    // The aircraft, its stations and its envelope change together or not at all.
+    RecordTransaction tx;
+    if (!tx.Open())
+        return false;
     DbHandle ac = OpenDatabase(schema::kAircraftName, schema::kAcName);
     DbHandle st = OpenDatabase(schema::kStationsName, schema::kStKind);
     DbHandle env = OpenEnvelopes();
     if (!ac || !st || !env)
         return false;
-    std::vector<platform::CeOid> newStations, newPoints;
     bool written = true;
-    for (const StationRecord& s : stations) {
-        platform::CeOid id = WriteStation(st, s);
-        if (id == 0) {
-            written = false;
-            break;
-        }
-        newStations.push_back(id);
-    }
-    for (std::size_t i = 0; written && i < points.size(); ++i) {
-        platform::CeOid id = WriteEnvelopePoint(env, points[i]);
-        if (id == 0)
-            written = false;
-        else
-            newPoints.push_back(id);
-    }
+    for (std::size_t i = 0; written && i < stations.size(); ++i)
+        written = WriteStation(st, stations[i]) != 0;
+    for (std::size_t i = 0; written && i < points.size(); ++i)
+        written = WriteEnvelopePoint(env, points[i]) != 0;
     platform::CeOid id = written ? WriteAircraft(ac, r, oid_) : 0;
     st.Close();
     env.Close();
     ac.Close();
-    if (id == 0) {
-        // Nothing half-saved: the aircraft keeps what it had.
-        for (platform::CeOid s : newStations)
-            DeleteStation(s);
-        for (platform::CeOid p : newPoints)
-            DeleteEnvelopePoint(p);
-        return false;
-    }
+    if (id == 0)
+        return false;  // the transaction keeps none of it: the aircraft keeps what it had
     for (const StoredStation& s : oldStations)
         DeleteStation(s.Oid);
     for (const StoredEnvelopePoint& p : oldPoints)
         DeleteEnvelopePoint(p.Oid);
+    if (!tx.Commit())
+        return false;
 
     if (oid_ != 0 && !originalName_.empty() && g_app.AircraftReg.view() == originalName_)
         g_app.AircraftReg.assign(r.Name);
@@ -573,6 +561,10 @@ bool AircraftSetupDialog::Delete() {
         return false;
     auto stations = ReadStations(name);
     auto points = ReadEnvelopePoints(name);
+    // The aircraft goes with its stations and envelope, or stays with them.
+    RecordTransaction tx;
+    if (!tx.Open())
+        return false;
     // The list may be stale: delete by position only the aircraft it names.
     AircraftRecord there;
     DbHandle h = OpenDatabase(schema::kAircraftName, schema::kAcName);
@@ -587,9 +579,10 @@ bool AircraftSetupDialog::Delete() {
         DeleteStation(s.Oid);
     for (const StoredEnvelopePoint& p : points)
         DeleteEnvelopePoint(p.Oid);
+    bool kept = tx.Commit();
     selected_ = -1;
     Refresh();
-    return true;
+    return kept;
 }
 
 int AircraftSetupDialog::Close(int code) {

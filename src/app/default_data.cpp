@@ -175,19 +175,27 @@ const std::vector<WindRecord>& WindTable() {
     return table;
 }
 
-// Writes each row; a failed write has said "Record write failed" and the next row goes on. A
-// database left short of its rows (a full disk) is removed again, so that the next start fills
-// it whole instead of taking it for done.
+// Writes each row; a failed write has said "Record write failed" and the next row goes on. False
+// when any row is missing.
 template <typename Record, typename Writer>
-void WriteAll(DbHandle& h, std::span<const Record> rows, Writer write) {
+bool WriteAll(DbHandle& h, std::span<const Record> rows, Writer write) {
     bool whole = true;
     for (const Record& r : rows)
         whole = write(h, r, 0) != 0 && whole;
-    if (whole)
-        return;
-    platform::CeOid oid = h.DatabaseOid();
-    h.Close();
-    DeleteDatabase(oid);
+    return whole;
+}
+
+// A default database is created with all its rows in one transaction: a kill or a full disk
+// leaves it missing, to be made whole at the next start, never short of rows and taken for done.
+// fill is given whether the database was created just now and returns whether it is whole. A
+// store that cannot be written is told by the steps inside (the open's "Could not open
+// database"), not by the transaction.
+template <typename Create, typename Fill>
+void CreateWhole(Create create, Fill fill) {
+    RecordTransaction tx(false);
+    bool whole = fill(create() != 0);
+    if (whole && tx.Open())
+        tx.Commit();
 }
 
 }  // namespace
@@ -214,39 +222,42 @@ DefaultNavBuild CreateDefaultData() {
     if (!world.problem.empty())
         platform::ShowError(world.problem);
     // A database that cannot be created is taken to exist already and is left as it is.
-    bool aircraftCreated = CreateAircraftDatabase() != 0;
-    {
+    CreateWhole(CreateAircraftDatabase, [](bool created) {
         DbHandle h = OpenDatabase(schema::kAircraftName, schema::kAcName);
-        if (h && aircraftCreated) {
-            WriteAll(h, DefaultAircraft(), WriteAircraft);
-        } else if (h) {
-            PropVal key = PropVal::Text(600, std::u16string(g_app.AircraftReg.view()));
-            if (h.SeekValue(key) != 0 && ReadAircraft(h, kFromCurrent, 0, g_app.CurrentAircraft))
-                ApplyAircraftToState(g_app.CurrentAircraft);
-        }
-    }
-    if (CreateStationsDatabase() != 0) {
+        if (h && created)
+            return WriteAll(h, DefaultAircraft(), WriteAircraft);
+        PropVal key = PropVal::Text(600, std::u16string(g_app.AircraftReg.view()));
+        if (h && h.SeekValue(key) != 0 && ReadAircraft(h, kFromCurrent, 0, g_app.CurrentAircraft))
+            ApplyAircraftToState(g_app.CurrentAircraft);
+        return !created;
+    });
+    CreateWhole(CreateStationsDatabase, [](bool created) {
+        if (!created)
+            return true;
         DbHandle h = OpenDatabase(schema::kStationsName, schema::kStKind);
-        if (h)
-            WriteAll(h, DefaultStations(), WriteStation);
-    }
-    if (CreateEnvelopesDatabase() != 0) {
+        return h && WriteAll(h, DefaultStations(), WriteStation);
+    });
+    CreateWhole(CreateEnvelopesDatabase, [](bool created) {
+        if (!created)
+            return true;
         DbHandle h = OpenEnvelopes();
-        if (h)
-            WriteAll(h, DefaultEnvelopePoints(), WriteEnvelopePoint);
-    }
-    if (CreateMapsDatabase() != 0) {
+        return h && WriteAll(h, DefaultEnvelopePoints(), WriteEnvelopePoint);
+    });
+    CreateWhole(CreateMapsDatabase, [](bool created) {
+        if (!created)
+            return true;
         DbHandle h = OpenDatabase(schema::kMapsName, schema::kMapPath);
         if (!h)
             platform::ShowError("invalid handle");
-        else
-            WriteAll(h, DefaultMaps(), WriteMap);
-    }
-    if (CreateWindDatabase(schema::kWindName) == 0)
-        return world;
-    DbHandle h = OpenDatabase(schema::kWindName, schema::kWindAltitude);
-    if (h)
-        WriteAll(h, DefaultWinds(), WriteWind);
+        return h && WriteAll(h, DefaultMaps(), WriteMap);
+    });
+    CreateWhole([] { return CreateWindDatabase(schema::kWindName); },
+                [](bool created) {
+                    if (!created)
+                        return true;
+                    DbHandle h = OpenDatabase(schema::kWindName, schema::kWindAltitude);
+                    return h && WriteAll(h, DefaultWinds(), WriteWind);
+                });
     return world;
 }
 

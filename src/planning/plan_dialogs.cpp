@@ -30,7 +30,9 @@ int NewPlanDialog::Ok() {
         return 1;
     CeOid oid = CreatePlanDatabase(name_);
     if (oid == 0) {
-        platform::ShowError("Could not create new plan");
+        // A name in use says the plain words; a lock, a full disk or a read-only file says why.
+        platform::ShowError(
+            StoreFailureText(platform::LastStoreError(), "Could not create new plan"));
         return 1;
     }
     g_app.CurrentPlanId = oid;

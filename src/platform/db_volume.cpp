@@ -158,6 +158,8 @@ StoreError Refined(StoreError error) {
             return StoreError::kLocked;
         case SQLITE_FULL:
             return StoreError::kFull;
+        case SQLITE_READONLY:
+            return StoreError::kReadOnly;
         default:
             // The shared-memory index grows by writing to its file: that fails on a full disk.
             return failure == SQLITE_IOERR_SHMSIZE ? StoreError::kFull : error;
@@ -413,10 +415,12 @@ CeOid DbVolume::CreateDatabase(const DatabaseInfo& info, StoreError& error) {
     add.BindInt(3, info.type);
     add.BindInt(4, info.flags);
     add.BindText(5, SortsText(info.sorts));
-    if (add.Step() != SQLITE_DONE) {
+    int added = add.Step();
+    if (added != SQLITE_DONE) {
         // The name check above and the UNIQUE constraint agree; this catches a race with another
-        // program creating the same name.
-        error = StoreError::kAlreadyExists;
+        // program creating the same name. Anything else (a read-only or full file) is refined.
+        if ((added & 0xFF) == SQLITE_CONSTRAINT)
+            error = StoreError::kAlreadyExists;
         return 0;
     }
     add = {};

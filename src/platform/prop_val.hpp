@@ -136,6 +136,7 @@ enum class StoreError {
     kIo,                // SQLite refused the operation
     kLocked,            // another program holds the file's lock (after a short wait)
     kFull,              // the disk (or the file's size limit) is full
+    kReadOnly,          // a file of the volume (its shared-memory index too) may not be written
 };
 
 }  // namespace aerix::platform

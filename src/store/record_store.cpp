@@ -26,8 +26,10 @@ platform::ObjectStore& Store() {
 // Failures told on this thread, so that a transaction does not tell a failed write twice.
 thread_local std::uint64_t t_failuresTold = 0;
 
-// When the lock was last told (the box closed), in the clock's milliseconds; -1: never.
+// When the lock or the read-only file was last told (the box closed), in the clock's
+// milliseconds; -1: never.
 std::atomic<std::int64_t> g_lockToldAt{-1};
+std::atomic<std::int64_t> g_readOnlyToldAt{-1};
 
 std::int64_t NowMs() {
     return platform::Sys().clock ? platform::Sys().clock->NowMs() : 0;
@@ -36,14 +38,18 @@ std::int64_t NowMs() {
 void TellFailure(const char* otherwise) {
     ++t_failuresTold;
     platform::StoreError error = platform::LastStoreError();
-    if (error == platform::StoreError::kLocked) {
-        // A lock is told once: the steps that follow the box within a few seconds (a start
-        // opens a dozen databases) fail quietly rather than show it again and again.
-        std::int64_t told = g_lockToldAt.load();
+    std::atomic<std::int64_t>* toldAt = error == platform::StoreError::kLocked ? &g_lockToldAt
+                                        : error == platform::StoreError::kReadOnly
+                                            ? &g_readOnlyToldAt
+                                            : nullptr;
+    if (toldAt) {
+        // Told once: the steps that follow the box within a few seconds (a start opens a dozen
+        // databases) fail quietly rather than show it again and again.
+        std::int64_t told = toldAt->load();
         if (told >= 0 && NowMs() - told < platform::kLockRetryAfterMs)
             return;
-        platform::ShowError(kDataLockedText);
-        g_lockToldAt = NowMs();
+        platform::ShowError(StoreFailureText(error, otherwise));
+        *toldAt = NowMs();
         return;
     }
     platform::ShowError(StoreFailureText(error, otherwise));
@@ -114,6 +120,8 @@ std::string StoreFailureText(platform::StoreError error, std::string_view otherw
     switch (error) {
         case platform::StoreError::kLocked:
             return kDataLockedText;
+        case platform::StoreError::kReadOnly:
+            return kDataReadOnlyText;
         case platform::StoreError::kFull:
             return std::string(otherwise) + ": disk full";
         default:
@@ -121,9 +129,9 @@ std::string StoreFailureText(platform::StoreError error, std::string_view otherw
     }
 }
 
-RecordTransaction::RecordTransaction()
+RecordTransaction::RecordTransaction(bool tellFailure)
     : tx_(Store(), kObjectStoreVolume), toldAtBegin_(t_failuresTold) {
-    if (!tx_.Open())
+    if (!tx_.Open() && tellFailure)
         TellFailure("Record write failed");
 }
 

@@ -19,10 +19,15 @@ namespace aerix {
 using platform::CeOid;
 using platform::DbHandle;
 
-// What a failure of the store is told as: a lock held by another program or a full disk in words,
-// anything else as otherwise says. The lock is told once for a run of failures within a few
-// seconds of each other.
+// What a failure of the store is told as: a lock held by another program, a read-only file or a
+// full disk in words, anything else as otherwise says. A lock or a read-only file is told once for
+// a run of failures within a few seconds of each other.
 inline constexpr const char* kDataLockedText = "The data is locked by another program";
+// A store file (often the -shm beside objectstore.sqlite, left by a copy or a restore) that may
+// not be written: no write can be kept until its permission returns.
+inline constexpr const char* kDataReadOnlyText =
+    "The data cannot be written: a file in the data folder is read-only. Give the data folder's "
+    "files write permission again, or close Aerix and remove objectstore.sqlite-shm";
 std::string StoreFailureText(platform::StoreError error, std::string_view otherwise);
 
 // Several writes to the object store as one change (a plan renumbered, reversed or recomputed):
@@ -31,8 +36,9 @@ std::string StoreFailureText(platform::StoreError error, std::string_view otherw
 // none: each is a transaction of its own.
 class RecordTransaction {
   public:
-    // When it cannot begin it says why ("Record write failed", the lock, the full disk).
-    RecordTransaction();
+    // When it cannot begin it says why ("Record write failed", the lock, the full disk), unless
+    // told not to because the steps inside will say it in their own words.
+    explicit RecordTransaction(bool tellFailure = true);
     RecordTransaction(const RecordTransaction&) = delete;
     RecordTransaction& operator=(const RecordTransaction&) = delete;
     bool Open() const { return tx_.Open(); }

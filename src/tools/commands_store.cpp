@@ -10,6 +10,7 @@
 #include "platform/object_store.hpp"
 #include "platform/text.hpp"
 #include "qt/graphics/headless.hpp"
+#include "store/record_store.hpp"
 #include "tools/tool_context.hpp"
 #include "views/chart_generator.hpp"
 
@@ -37,6 +38,8 @@ std::string StoreErrorText(platform::StoreError e) {
             return "The data is locked by another program";
         case platform::StoreError::kFull:
             return "disk full";
+        case platform::StoreError::kReadOnly:
+            return kDataReadOnlyText;
         default:
             return "failed";
     }

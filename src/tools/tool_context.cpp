@@ -44,7 +44,8 @@ platform::Platform& ToolContext::OpenStore() {
 bool ToolContext::StoreFailureShown() const {
     for (const std::string& text : ui_.BoxTexts()) {
         if (text.starts_with("Could not open database") ||
-            text.starts_with("Record write failed") || text == kDataLockedText)
+            text.starts_with("Record write failed") || text == kDataLockedText ||
+            text == kDataReadOnlyText)
             return true;
     }
     return false;

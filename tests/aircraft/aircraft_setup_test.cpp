@@ -1,12 +1,14 @@
 // "Setup A/c": adding, editing, renaming and deleting aircraft with their stations and envelope,
 // the checks on what the pilot types, and making an aircraft the active one.
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include "aircraft/aircraft.hpp"
 #include "aircraft/aircraft_setup_dialog.hpp"
 #include "aircraft/weight_balance_dialogs.hpp"
 #include "app/default_data.hpp"
 #include "app/state/app_state.hpp"
+#include "platform/sqlite.hpp"
 #include "store/record_store.hpp"
 #include "test_platform.hpp"
 
@@ -162,6 +164,41 @@ TEST_F(AircraftSetup, EditRenamesStationsPointsAndTheCurrentSetting) {
     ASSERT_TRUE(FindAircraft(u"G-CESX", r));
     EXPECT_EQ(r.MaxRampWeight, 2407);
     EXPECT_FALSE(FindAircraft(u"G-CESS", r));
+}
+
+TEST_F(AircraftSetup, AnAircraftWriteRefusedAfterItsStationsKeepsTheAircraftAsItWas) {
+    // Another connection makes the store refuse the aircraft row, which is written last.
+    platform::SqliteDb other;
+    ASSERT_EQ(other.Open(platform_.Store().StoreFile(), false), 0);
+    auto q = other.Prepare("SELECT oid FROM databases WHERE name='Aircraft'");
+    ASSERT_EQ(q.Step(), SQLITE_ROW);
+    std::string table = "r" + std::to_string(q.ColumnInt(0));
+    q = {};
+    for (const char* when : {"INSERT", "UPDATE"})
+        ASSERT_TRUE(other.Exec(std::string("CREATE TRIGGER refuse_") + when + " BEFORE " + when +
+                               " ON " + table + " BEGIN SELECT RAISE(ABORT, 'refused'); END"));
+    other.Close();
+
+    AircraftSetupDialog d;
+    d.Open();
+    d.Select(IndexOf(d, u"G-CESS"));
+    auto e = d.BeginEdit();
+    ASSERT_TRUE(e);
+    e->SetText(E::kRegistration, "G-CESX");
+    e->RemoveStation(5);
+    EXPECT_FALSE(d.Finish(*e, platform::kIdOk));
+    EXPECT_EQ(platform_.Ui().Boxes().size(), 1u);
+    EXPECT_EQ(g_app.AircraftReg.view(), u"G-CESS");
+    EXPECT_EQ(ReadStations(u"G-CESS").size(), 6u);
+    EXPECT_EQ(ReadEnvelopePoints(u"G-CESS").size(), 6u);
+    EXPECT_TRUE(ReadStations(u"G-CESX").empty());
+    EXPECT_TRUE(ReadEnvelopePoints(u"G-CESX").empty());
+
+    // A new aircraft refused the same way leaves no stations behind under its name.
+    E added = Metric("OE-DVA");
+    EXPECT_FALSE(added.Ok());
+    EXPECT_TRUE(ReadStations(u"OE-DVA").empty());
+    EXPECT_TRUE(ReadEnvelopePoints(u"OE-DVA").empty());
 }
 
 TEST_F(AircraftSetup, BadFiguresAreRefusedWithTheirFieldAndNothingIsWritten) {

@@ -7,8 +7,11 @@
 #include "tool_run.hpp"
 
 #include <sys/wait.h>
+#include <unistd.h>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <map>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -25,6 +28,8 @@ using aerix::testing::ToolRun;
 using Json = nlohmann::json;
 
 constexpr const char* kLocked = "The data is locked by another program";
+constexpr const char* kReadOnly =
+    "The data cannot be written: a file in the data folder is read-only";
 
 // The sectors' properties in sector order, as plan show --json prints them.
 std::vector<Json> Sectors(const fs::path& home) {
@@ -173,6 +178,71 @@ TEST_F(StoreFaults, ALockHeldElsewhereIsToldOnceAndEveryCommandExits1) {
     }
     other.Close();
     EXPECT_EQ(Sectors(home_), old_);
+}
+
+// Each database of the object store with its record count, as db list prints them.
+std::map<std::string, int> Databases(const fs::path& home) {
+    ToolRun r = RunToolAt(home, "--json db list");
+    std::map<std::string, int> out;
+    std::istringstream in(r.out);
+    for (std::string line; std::getline(in, line);) {
+        Json j = Json::parse(line);
+        out[j["name"].get<std::string>()] = j["records"].get<int>();
+    }
+    return out;
+}
+
+TEST_F(StoreFaults, AFirstStartKilledAtAnyWriteLeavesNoDatabaseShortOfRows) {
+    if (std::system("strace -V >/dev/null 2>&1") != 0)
+        GTEST_SKIP() << "strace is not installed (scripts/deps test)";
+    // The navigation volume and the charts are there; the object store is made afresh.
+    const fs::path first = dir_.Path() / "first";
+    CopyHome(home_, first);
+    for (const char* name :
+         {"objectstore.sqlite", "objectstore.sqlite-wal", "objectstore.sqlite-shm", "registry.reg"})
+        fs::remove(first / name);
+    CopyHome(first, work_);
+    ASSERT_EQ(RunToolAt(work_, "init").status, 0);
+    const auto whole = Databases(work_);
+    ASSERT_EQ(whole.at("WindTable"), 4);
+    int killed = 0;
+    for (int n = 1; n < 400; ++n) {
+        CopyHome(first, work_);
+        if (RunTampered(work_, "signal=KILL:when=" + std::to_string(n), "init") == 0)
+            break;
+        ++killed;
+        // The next start makes whole what the killed one left.
+        ASSERT_EQ(RunToolAt(work_, "init").status, 0) << "killed at write " << n;
+        EXPECT_EQ(Databases(work_), whole) << "killed at write " << n;
+    }
+    EXPECT_GT(killed, 5);
+}
+
+// A -shm left behind without write permission (a copy, a restore as another user): each command
+// says so once and what to do, keeps the plan as it was, and works again once permission returns.
+TEST_F(StoreFaults, AReadOnlyFileBesideTheStoreIsToldWithWhatToDo) {
+    const fs::path shm = home_ / "objectstore.sqlite-shm";
+    { std::ofstream{shm}; }
+    // Root writes past a file's mode; only the immutable flag stops it.
+    std::string protect = geteuid() == 0 ? "chattr +i '" + shm.string() + "' 2>/dev/null"
+                                         : "chmod 0444 '" + shm.string() + "'";
+    std::string release =
+        geteuid() == 0 ? "chattr -i '" + shm.string() + "'" : "chmod 0644 '" + shm.string() + "'";
+    if (std::system(protect.c_str()) != 0)
+        GTEST_SKIP() << "this file system cannot make a file read-only for root";
+    std::vector<ToolRun> runs{RunToolAt(home_, "plan new Other"), RunToolAt(home_, "plan reverse")};
+    ASSERT_EQ(std::system(release.c_str()), 0);
+    for (const ToolRun& r : runs) {
+        EXPECT_EQ(r.status, 1) << r.err;
+        // One box, and the tool's closing line that repeats it.
+        int boxes = 0;
+        std::istringstream lines(r.err);
+        for (std::string line; std::getline(lines, line);)
+            boxes += line.starts_with(kReadOnly);
+        EXPECT_EQ(boxes, 1) << r.err;
+    }
+    EXPECT_EQ(Sectors(home_), old_);
+    EXPECT_EQ(RunToolAt(home_, "plan new Other").status, 0);
 }
 
 }  // namespace
