@@ -1,6 +1,7 @@
 #include "utilities/magnetic_model.hpp"
 
 #include <charconv>
+#include <chrono>
 #include <cmath>
 #include <fstream>
 #include <memory>
@@ -274,18 +275,28 @@ MagneticVariationResult MagneticVariation(const MagneticModel& model, double lat
 
 MagneticVariationResult MagneticVariation(double latitude, double longitude, double altitudeFeet,
                                           const platform::UtcTime& date) {
-    // Loaded once; a failed load is tried again next time (the file may be put back).
+    // Loaded once. A failed load is tried again (the file may be put back), but not on every
+    // paint: at most every few seconds, its message kept in between.
     static std::mutex mutex;
     static std::unique_ptr<const MagneticModel> installed;
+    static std::string lastError;
+    static std::chrono::steady_clock::time_point lastTry;
+    constexpr auto kRetryAfter = std::chrono::seconds(10);
     const MagneticModel* model = nullptr;
     std::string error;
     {
         std::lock_guard lock(mutex);
-        if (!installed) {
-            if (auto loaded = MagneticModel::Load(platform::ResourcePath("wmm/WMM.COF"), error))
+        auto now = std::chrono::steady_clock::now();
+        if (!installed && (lastError.empty() || now - lastTry >= kRetryAfter)) {
+            lastTry = now;
+            lastError.clear();
+            if (auto loaded = MagneticModel::Load(platform::ResourcePath("wmm/WMM.COF"), lastError))
                 installed = std::make_unique<const MagneticModel>(std::move(*loaded));
+            else if (lastError.empty())
+                lastError = "The magnetic model could not be loaded";
         }
         model = installed.get();
+        error = lastError;
     }
     if (!model) {
         MagneticVariationResult result;
