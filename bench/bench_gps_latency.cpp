@@ -76,7 +76,7 @@ void BM_SentenceToInvalidate(benchmark::State& state) {
     }
     const char* step = nullptr;
     int error = 0;
-    aerix::g_app.BaudRate = 4800;
+    aerix::g_app.settings.BaudRate = 4800;
     auto port = aerix::OpenPortSource(aerix::Utf8ToUtf16(name), &step, &error);
     if (!port) {
         state.SkipWithError(step);

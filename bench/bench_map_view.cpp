@@ -37,15 +37,15 @@ void BM_PaintMapView(benchmark::State& state) {
     testing::TestPlatform platform;
     qt::QtGraphics graphics;
     platform::Sys().graphics = &graphics;
-    g_app.MapBitmap = LargeChart();
-    g_app.MapLoaded = true;
-    g_app.MapWidth = g_app.MapHeight = kChartSide;
-    g_app.MapCenterX = g_app.MapCenterY = kChartSide / 2;
-    g_app.MapZoom = static_cast<double>(state.range(0)) / 4.0;
-    g_app.ViewMode = kViewMap;
-    g_app.ShowLatLonMap = g_app.ShowScaleMap = 1;
-    g_app.Fix.latitude = 50 * 6000.0;
-    g_app.Fix.trueTrack = 45;
+    g_app.view.MapBitmap = LargeChart();
+    g_app.view.MapLoaded = true;
+    g_app.view.MapWidth = g_app.view.MapHeight = kChartSide;
+    g_app.view.MapCenterX = g_app.view.MapCenterY = kChartSide / 2;
+    g_app.view.MapZoom = static_cast<double>(state.range(0)) / 4.0;
+    g_app.settings.ViewMode = kViewMap;
+    g_app.settings.ShowLatLonMap = g_app.settings.ShowScaleMap = 1;
+    g_app.gps.Fix.latitude = 50 * 6000.0;
+    g_app.gps.Fix.trueTrack = 45;
     FormatPosition();
 
     platform::Bitmap frame(240, 320);
@@ -56,7 +56,7 @@ void BM_PaintMapView(benchmark::State& state) {
         benchmark::DoNotOptimize(frame.Row(0));
     }
     canvas.reset();
-    g_app.MapBitmap = platform::Bitmap();
+    g_app.view.MapBitmap = platform::Bitmap();
     platform::Sys().graphics = nullptr;
 }
 // Zoom 1 (the usual scale) and 4 (the largest stretch).

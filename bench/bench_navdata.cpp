@@ -47,15 +47,15 @@ class BenchData {
     }
     // The area: 50N..60N, 10W..10E; every fourth waypoint lies inside.
     static void SetArea() {
-        g_app.AreaSouth = 50 * 6000;
-        g_app.AreaNorth = 60 * 6000;
-        g_app.AreaWest = -10 * 6000;
-        g_app.AreaEast = 10 * 6000;
+        g_app.nav.AreaSouth = 50 * 6000;
+        g_app.nav.AreaNorth = 60 * 6000;
+        g_app.nav.AreaWest = -10 * 6000;
+        g_app.nav.AreaEast = 10 * 6000;
     }
 
   private:
     void WriteWaypoints() {
-        g_app.NavDatabaseName.assign(u"Bench");
+        g_app.settings.NavDatabaseName.assign(u"Bench");
         NavVolumeScope volume(u"Bench");
         CreateNavDatabase(u"Bench");
         DbHandle h = OpenNavDatabase(u"Bench", schema::kWptName);
@@ -96,13 +96,13 @@ class BenchData {
 void BM_LoadNavDatabase(benchmark::State& state) {
     BenchData::Get();
     BenchData::SetArea();
-    g_app.NavDatabaseName.assign(u"Bench");
+    g_app.settings.NavDatabaseName.assign(u"Bench");
     for (auto _ : state) {
         LoadNavDatabase();
-        benchmark::DoNotOptimize(g_app.NavDatabase.data());
+        benchmark::DoNotOptimize(g_app.nav.NavDatabase.data());
     }
-    state.counters["kept"] = g_app.NavEntryCount;
-    if (g_app.NavEntryCount != kWaypoints / 4)
+    state.counters["kept"] = g_app.nav.NavEntryCount;
+    if (g_app.nav.NavEntryCount != kWaypoints / 4)
         state.SkipWithError("unexpected count");
 }
 BENCHMARK(BM_LoadNavDatabase)->Unit(benchmark::kMillisecond)->Iterations(5);
@@ -112,10 +112,10 @@ void BM_LoadAirspace(benchmark::State& state) {
     BenchData::SetArea();
     for (auto _ : state) {
         LoadAirspace();
-        benchmark::DoNotOptimize(g_app.AirspaceOverlay.data());
+        benchmark::DoNotOptimize(g_app.nav.AirspaceOverlay.data());
     }
-    state.counters["kept"] = g_app.AirspaceEntryCount;
-    if (g_app.AirspaceEntryCount != kAirspaceMaxEntries)
+    state.counters["kept"] = g_app.nav.AirspaceEntryCount;
+    if (g_app.nav.AirspaceEntryCount != kAirspaceMaxEntries)
         state.SkipWithError("unexpected count");
 }
 BENCHMARK(BM_LoadAirspace)->Unit(benchmark::kMillisecond);

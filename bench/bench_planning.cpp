@@ -26,10 +26,10 @@ void BM_RecomputePlanRoute(benchmark::State& state) {
         platform::ScriptedUi ui;
         platform::Platform platform(root, ui);
         ResetAppState();
-        g_app.AircraftReg.assign(u"G-CESS");
+        g_app.settings.AircraftReg.assign(u"G-CESS");
         CreateDefaultData();
         CreatePlanDatabase(u"Long");
-        g_app.ActivePlanName.assign(u"Long");
+        g_app.settings.ActivePlanName.assign(u"Long");
         {
             DbHandle h = OpenDatabase(u"Long", schema::kSecNumber);
             std::mt19937 rng(7);

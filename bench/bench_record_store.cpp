@@ -35,7 +35,7 @@ struct Bench {
         char pattern[] = "/tmp/aerix-bench-XXXXXX";
         dir = ::mkdtemp(pattern);
         platform = std::make_unique<platform::Platform>(dir, ui);
-        g_app.NavDatabaseName.assign(u"Bench");
+        g_app.settings.NavDatabaseName.assign(u"Bench");
         volumeFile = platform->Root().ResolveForWrite(NavVolumePath());
     }
     ~Bench() {

@@ -78,8 +78,8 @@ double CpuSeconds() {
 }
 
 void WritePlan() {
-    g_app.ActivePlanName.assign(u"Plan1");
-    g_app.CurrentPlanId = CreatePlanDatabase(u"Plan1");
+    g_app.settings.ActivePlanName.assign(u"Plan1");
+    g_app.settings.CurrentPlanId = CreatePlanDatabase(u"Plan1");
     auto h = OpenDatabase(u"Plan1", schema::kSecNumber);
     SectorRecord sector;
     sector.SectorNumber = 1;
@@ -126,7 +126,7 @@ void BM_SimulationCpu60s(benchmark::State& state) {
         state.SetIterationTime(cpu);
         state.counters["cpu_ms_per_60s"] = cpu * 1000;
         state.counters["percent_of_core"] = cpu / 60.0 * 100.0;
-        if (g_app.Fix.latitude == 0)
+        if (g_app.gps.Fix.latitude == 0)
             state.SkipWithError("the simulator did not fly");
     }
 }

@@ -24,16 +24,16 @@ bool ReadNamed(std::u16string_view registration, AircraftRecord& out) {
 }  // namespace
 
 void ApplyAircraftToState(const AircraftRecord& aircraft) {
-    g_app.TaxiFuel = aircraft.TaxiFuel;
-    g_app.FuelUnits = static_cast<std::uint32_t>(aircraft.FuelUnits);
+    g_app.aircraft.TaxiFuel = aircraft.TaxiFuel;
+    g_app.aircraft.FuelUnits = static_cast<std::uint32_t>(aircraft.FuelUnits);
 }
 
 bool LoadCurrentAircraft() {
     AircraftRecord r;
-    if (!ReadNamed(g_app.AircraftReg.view(), r))
+    if (!ReadNamed(g_app.settings.AircraftReg.view(), r))
         return false;
-    g_app.CurrentAircraft = std::move(r);
-    ApplyAircraftToState(g_app.CurrentAircraft);
+    g_app.aircraft.CurrentAircraft = std::move(r);
+    ApplyAircraftToState(g_app.aircraft.CurrentAircraft);
     return true;
 }
 
@@ -121,11 +121,11 @@ std::vector<StoredEnvelopePoint> ReadEnvelopePoints(std::u16string_view aircraft
 
 bool MakeAircraftCurrent(std::u16string_view registration) {
     AircraftRecord r;
-    if (registration.size() >= g_app.AircraftReg.Capacity() || !ReadNamed(registration, r))
+    if (registration.size() >= g_app.settings.AircraftReg.Capacity() || !ReadNamed(registration, r))
         return false;
-    g_app.AircraftReg.assign(registration);
-    g_app.CurrentAircraft = std::move(r);
-    ApplyAircraftToState(g_app.CurrentAircraft);
+    g_app.settings.AircraftReg.assign(registration);
+    g_app.aircraft.CurrentAircraft = std::move(r);
+    ApplyAircraftToState(g_app.aircraft.CurrentAircraft);
     return true;
 }
 

@@ -1,5 +1,5 @@
 // The aircraft database ("Aircraft", one AircraftRecord per aircraft, keyed by registration) and
-// the current aircraft, the one named by g_app.AircraftReg.
+// the current aircraft, the one named by g_app.settings.AircraftReg.
 //
 // What each property of the record holds (units as the default aircraft carry them):
 //   600 Name               registration, the sort key
@@ -61,7 +61,7 @@ inline constexpr std::int16_t kArmMetres = 4;
 // The aircraft's figures that other subsystems keep in g_app: its taxi fuel and fuel units.
 void ApplyAircraftToState(const AircraftRecord& aircraft);
 
-// Reads the aircraft named by g_app.AircraftReg into g_app.CurrentAircraft and applies it. False
+// Reads the aircraft named by g_app.settings.AircraftReg into g_app.aircraft.CurrentAircraft and applies it. False
 // (state unchanged) when the database cannot be opened ("Could not open database") or holds no
 // such aircraft.
 bool LoadCurrentAircraft();

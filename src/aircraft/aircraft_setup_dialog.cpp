@@ -469,8 +469,8 @@ bool AircraftEditDialog::Ok() {
     if (!tx.Commit())
         return false;
 
-    if (oid_ != 0 && !originalName_.empty() && g_app.AircraftReg.view() == originalName_)
-        g_app.AircraftReg.assign(r.Name);
+    if (oid_ != 0 && !originalName_.empty() && g_app.settings.AircraftReg.view() == originalName_)
+        g_app.settings.AircraftReg.assign(r.Name);
     oid_ = id;
     original_ = r;
     originalName_ = r.Name;
@@ -493,7 +493,7 @@ void AircraftSetupDialog::Refresh() {
         platform::CeOid id = ReadAircraft(h, kFromCurrent, 0, r);
         if (id == 0)
             break;
-        bool current = r.Name == g_app.AircraftReg.view();
+        bool current = r.Name == g_app.settings.AircraftReg.view();
         lines_.push_back(Utf16ToUtf8(r.Name) + "  " + Utf16ToUtf8(r.TypeDesignator) +
                          (current ? "  *" : ""));
         names_.push_back(r.Name);
@@ -522,7 +522,7 @@ bool AircraftSetupDialog::OfferActive(const std::u16string& registration) {
 bool AircraftSetupDialog::Finish(AircraftEditDialog& edit, int result) {
     bool saved = result == platform::kIdOk && edit.Ok();
     if (saved) {
-        if (edit.SavedName() == g_app.AircraftReg.view()) {
+        if (edit.SavedName() == g_app.settings.AircraftReg.view()) {
             // Already active: its new figures apply at once.
             LoadCurrentAircraft();
             RecomputePlan(1);
@@ -550,7 +550,7 @@ bool AircraftSetupDialog::Delete() {
     if (selected_ < 0 || selected_ >= static_cast<int>(names_.size()))
         return false;
     std::u16string name = names_[static_cast<std::size_t>(selected_)];
-    if (name == g_app.AircraftReg.view()) {
+    if (name == g_app.settings.AircraftReg.view()) {
         platform::ShowError(
             "The current aircraft cannot be deleted - make another one active "
             "first");

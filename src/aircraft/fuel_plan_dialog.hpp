@@ -1,6 +1,6 @@
 // The "Fuel plan" dialog model: the plan's fuel summed by flight phase plus taxi fuel, then either
 // the fuel to load (trip + contingency + holding) or, with the fuel in the tanks entered, what
-// remains as reserve. Leaves PlanTripFuel and PlanTotalFuel in g_app; g_app.FuelCalc is the mode.
+// remains as reserve. Leaves PlanTripFuel and PlanTotalFuel in g_app; g_app.settings.FuelCalc is the mode.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@ class FuelPlanDialog {
     static constexpr std::string_view kTitle = "Fuel plan";
 
     // Sets the title and units label, sums the current plan's sectors and shows the mode that
-    // g_app.FuelCalc names.
+    // g_app.settings.FuelCalc names.
     void Open();
     // The radio buttons.
     void ChooseCalculate();
@@ -49,7 +49,7 @@ class FuelPlanDialog {
     void RecalculateFromInTanks();
     // known: the total is a figure; otherwise it shows dashes and PlanTotalFuel is 0.
     void StoreResults(unsigned total, bool known);
-    // The trip fuel for g_app.PlanTripFuel: not a number when a sector cannot be flown.
+    // The trip fuel for g_app.aircraft.PlanTripFuel: not a number when a sector cannot be flown.
     double TripOrNan() const;
 
     std::string units_, climb_, cruise_, descent_, taxi_, total_, reserve_;

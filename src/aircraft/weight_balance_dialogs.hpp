@@ -1,7 +1,7 @@
 // The weight-and-balance dialogs of the current aircraft: the loading dialog (a weight for each
 // station, the fuel in the aircraft's fuel units) and the result dialog (total weight, moment,
 // centre of gravity, the envelope graph and the verdict). The loading passes between them in
-// g_app.WbLoading.
+// g_app.aircraft.WbLoading.
 #pragma once
 
 #include <cstddef>
@@ -24,7 +24,7 @@ class WeightBalanceLoadingDialog {
         bool Fixed = false;  // the basic aircraft row: its weight is the aircraft's
     };
 
-    // Reads the current aircraft (g_app.AircraftReg) and its stations; the loads last confirmed
+    // Reads the current aircraft (g_app.settings.AircraftReg) and its stations; the loads last confirmed
     // for it are offered again. False, after saying why, when there is no current aircraft or it
     // has no stations.
     bool Open();
@@ -38,7 +38,7 @@ class WeightBalanceLoadingDialog {
 
     // OK: every entry must be a number from 0 to 100000 (empty reads as 0); the first bad one is
     // reported ("ROW1: enter a weight from 0 to 100000 lb") and false comes back. Otherwise the
-    // loading goes to g_app.WbLoading.
+    // loading goes to g_app.aircraft.WbLoading.
     bool Ok();
     void Close();
 
@@ -51,7 +51,7 @@ class WeightBalanceResultDialog {
   public:
     static constexpr std::string_view kTitle = "W&B result";
 
-    // Works out g_app.WbLoading against the aircraft's envelope and limits. False, after saying
+    // Works out g_app.aircraft.WbLoading against the aircraft's envelope and limits. False, after saying
     // so, when no loading was confirmed or its aircraft is gone.
     bool Open();
     void Close();

@@ -226,9 +226,9 @@ DefaultNavBuild CreateDefaultData() {
         DbHandle h = OpenDatabase(schema::kAircraftName, schema::kAcName);
         if (h && created)
             return WriteAll(h, DefaultAircraft(), WriteAircraft);
-        PropVal key = PropVal::Text(600, std::u16string(g_app.AircraftReg.view()));
-        if (h && h.SeekValue(key) != 0 && ReadAircraft(h, kFromCurrent, 0, g_app.CurrentAircraft))
-            ApplyAircraftToState(g_app.CurrentAircraft);
+        PropVal key = PropVal::Text(600, std::u16string(g_app.settings.AircraftReg.view()));
+        if (h && h.SeekValue(key) != 0 && ReadAircraft(h, kFromCurrent, 0, g_app.aircraft.CurrentAircraft))
+            ApplyAircraftToState(g_app.aircraft.CurrentAircraft);
         return !created;
     });
     CreateWhole(CreateStationsDatabase, [](bool created) {

@@ -9,7 +9,7 @@ namespace aerix {
 int LoadingDialogModel::OnTimer() {
     LoadAirspace();
     LoadNavDatabase();
-    g_app.ArraysPending = 0;
+    g_app.nav.ArraysPending = 0;
     return 1;
 }
 

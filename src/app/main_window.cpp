@@ -49,12 +49,12 @@ constexpr unsigned kFeedStopItems[] = {kDisconnectGps, kStopSimulation, kStopPla
 void PaintMapFrame(platform::Canvas& canvas) {
     CanvasReadouts readouts(canvas);
     // Until a position arrives there is nothing to centre on: 0, 0 would choose the world chart.
-    if (!g_app.Fix.positionKnown) {
+    if (!g_app.gps.Fix.positionKnown) {
         PaintMapView(canvas, &readouts, 0);
         return;
     }
-    CenterMapOnPosition(canvas, &readouts, g_app.Fix.longitude * kDegreesPerUnit,
-                        g_app.Fix.latitude * kDegreesPerUnit);
+    CenterMapOnPosition(canvas, &readouts, g_app.gps.Fix.longitude * kDegreesPerUnit,
+                        g_app.gps.Fix.latitude * kDegreesPerUnit);
 }
 
 MainWindow::MainWindow(WindowHost& host, DialogHost& dialogs)
@@ -76,14 +76,14 @@ void MainWindow::SetPlanOperations(std::function<void()> reverse, std::function<
 }
 
 bool MainWindow::InitInstance() {
-    g_app.PortName.assign(u"COM1:");
+    g_app.settings.PortName.assign(u"COM1:");
     if (host_.RaiseOtherInstance())
         return false;
 
     CreateDefaultSettings();
     LoadSettings();
     LoadPortDevice();
-    g_app.ViewStateWord = kViewStatePreset;
+    g_app.view.ViewStateWord = kViewStatePreset;
     CreateDefaultData();
     // The default charts are drawn once, on the first start (the front end's graphics draw
     // their labels).
@@ -98,7 +98,7 @@ bool MainWindow::InitInstance() {
 
     if (!host_.CreateMainWindow())
         return false;
-    Sys().ui->SetTitle(SourceTitle(g_app.GpsSource));
+    Sys().ui->SetTitle(SourceTitle(g_app.settings.GpsSource));
 
     dialogs_.Run(Dialog::Splash);
     if (dialogs_.Run(Dialog::Disclaimer) == kDialogCancel)
@@ -112,18 +112,18 @@ bool MainWindow::InitInstance() {
         }
     }
 
-    if (g_app.NavDatabaseName.empty() && ChooseNavDatabase() != 0)
+    if (g_app.settings.NavDatabaseName.empty() && ChooseNavDatabase() != 0)
         return false;
 
-    if (g_app.ActivePlanName.empty()) {
-        g_app.ActivePlanName.assign(Utf8ToUtf16(kFirstPlanName));
-        g_app.CurrentPlanId = CreatePlanDatabase(g_app.ActivePlanName.view());
+    if (g_app.settings.ActivePlanName.empty()) {
+        g_app.settings.ActivePlanName.assign(Utf8ToUtf16(kFirstPlanName));
+        g_app.settings.CurrentPlanId = CreatePlanDatabase(g_app.settings.ActivePlanName.view());
     }
 
     host_.ShowMainWindow();
     host_.CreateChildWindows();
-    g_app.ArraysPending = 1;
-    if (g_app.EnableHotKeys == 1)
+    g_app.nav.ArraysPending = 1;
+    if (g_app.settings.EnableHotKeys == 1)
         RegisterViewHotKeys();
     return true;
 }
@@ -173,7 +173,7 @@ void MainWindow::OnCommand(unsigned id) {
             break;
         case kDeleteSector:
             if (platform::AskWarning("Delete highlighted sector?"))
-                DeletePlanSector(g_app.HighlightedSector);
+                DeletePlanSector(g_app.plan.HighlightedSector);
             break;
         case kInsertSector:
             if (platform::AskWarning("Insert after highlighted sector?"))
@@ -196,7 +196,7 @@ void MainWindow::OnCommand(unsigned id) {
         case kScaleIn:
         case kScaleOut:
             // The next more (or less) detailed chart.
-            g_app.MapChangeRequest = id == kScaleIn ? 1 : -1;
+            g_app.view.MapChangeRequest = id == kScaleIn ? 1 : -1;
             break;
         case kShowPlan:
         case kShowMap:
@@ -215,9 +215,9 @@ void MainWindow::OnCommand(unsigned id) {
         case kMapLoad:
             // A bitmap chosen to calibrate: shown under the calibration cross.
             if (dialogs_.Run(Dialog::MapLoad) == kDialogOk) {
-                g_app.ViewMode = kViewMapEdit;
+                g_app.settings.ViewMode = kViewMapEdit;
                 BeginCalibrationView();
-                LoadMapBitmap(g_app.CurrentMapPath.view());
+                LoadMapBitmap(g_app.view.CurrentMapPath.view());
                 menu_.Enable(kCalibrateNe, true);
                 menu_.Enable(kCalibrateSw, true);
             }
@@ -227,9 +227,9 @@ void MainWindow::OnCommand(unsigned id) {
             break;
         case kCalibrateNe:
         case kCalibrateSw:
-            g_app.CalibrateCorner = id == kCalibrateNe ? 1 : 0;
+            g_app.view.CalibrateCorner = id == kCalibrateNe ? 1 : 0;
             Repaint();
-            g_app.ViewMode = kViewCalibrate;
+            g_app.settings.ViewMode = kViewCalibrate;
             break;
         case kSetupAircraft:
             dialogs_.Run(Dialog::AircraftSetup);
@@ -333,33 +333,33 @@ void MainWindow::OnCommand(unsigned id) {
 void MainWindow::NewSector(Dialog dialog) {
     int result = dialogs_.Run(dialog);
     if (result == kDialogOk || result == kDialogPickOnMap)
-        g_app.ArraysPending = 1;
+        g_app.nav.ArraysPending = 1;
     if (result == kDialogPickOnMap)
-        g_app.ViewMode = kViewPickSector;
+        g_app.settings.ViewMode = kViewPickSector;
 }
 
 void MainWindow::NextWaypoint() {
-    if (g_app.ActivePlanName.empty())
+    if (g_app.settings.ActivePlanName.empty())
         return;
-    auto h = Sys().store->OpenDatabase(platform::kObjectStoreVolume, g_app.ActivePlanName.view(),
+    auto h = Sys().store->OpenDatabase(platform::kObjectStoreVolume, g_app.settings.ActivePlanName.view(),
                                        schema::kSecNumber, 0);
     if (!h)
         return;
     std::uint32_t count = h.RecordCount();
     h = {};
-    if (g_app.DirectToStartLatitude.load() != 0) {
+    if (g_app.leg.DirectToStartLatitude.load() != 0) {
         // "Next wpt" during a direct-to takes it as reached: on with the plan from there.
-        g_app.ActiveSectorIndex =
-            SectorAfterDirectTo(ReadPlanSectors(), g_app.DirectToTargetLatitude,
-                                g_app.DirectToTargetLongitude, g_app.ActiveSectorIndex);
-        g_app.DirectToStartLatitude.store(0);
-    } else if (count > 0 && g_app.ActiveSectorIndex < count - 1) {
-        ++g_app.ActiveSectorIndex;
+        g_app.leg.ActiveSectorIndex =
+            SectorAfterDirectTo(ReadPlanSectors(), g_app.leg.DirectToTargetLatitude,
+                                g_app.leg.DirectToTargetLongitude, g_app.leg.ActiveSectorIndex);
+        g_app.leg.DirectToStartLatitude.store(0);
+    } else if (count > 0 && g_app.leg.ActiveSectorIndex < count - 1) {
+        ++g_app.leg.ActiveSectorIndex;
     } else {
         return;
     }
     // The simulator flies on with the leg the views now show.
-    g_app.LegChange.store(1);
+    g_app.leg.LegChange.store(1);
 }
 
 void MainWindow::ShowView(unsigned id) {
@@ -368,12 +368,12 @@ void MainWindow::ShowView(unsigned id) {
     ++generation_;
     switch (id) {
         case kShowPlan:
-            g_app.ViewMode = kViewPlan;
+            g_app.settings.ViewMode = kViewPlan;
             host_.ShowLatLonReadout(false);
             host_.ShowScaleReadout(false);
             break;
         case kShowMap:
-            g_app.ViewMode = kViewMap;
+            g_app.settings.ViewMode = kViewMap;
             menu_.Enable(kScaleIn, true);
             menu_.Enable(kScaleOut, true);
             menu_.Enable(kCalibrateNe, true);
@@ -390,24 +390,24 @@ void MainWindow::ShowView(unsigned id) {
 }
 
 void MainWindow::ShowInstruments(bool aerix) {
-    g_app.ViewMode = kViewInstruments;
-    g_app.InstrumentAerix = aerix ? 1 : 0;
+    g_app.settings.ViewMode = kViewInstruments;
+    g_app.view.InstrumentAerix = aerix ? 1 : 0;
     if (aerix) {
-        g_app.InstrumentCentreX = 215;
-        g_app.InstrumentCentreY = 193;
+        g_app.view.InstrumentCentreX = 215;
+        g_app.view.InstrumentCentreY = 193;
         // Three consecutive identifiers from "Scale in" (the third is no menu item).
         for (unsigned i = kScaleIn; i < kScaleIn + 3; ++i)
             menu_.Enable(i, false);
     } else {
-        g_app.InstrumentCentreX = 120;
-        g_app.InstrumentCentreY = 135;
+        g_app.view.InstrumentCentreX = 120;
+        g_app.view.InstrumentCentreY = 135;
     }
     ApplyReadouts();
     LoadArraysIfPending();
 }
 
 void MainWindow::LoadArraysIfPending() {
-    if (!g_app.ArraysPending)
+    if (!g_app.nav.ArraysPending)
         return;
     // The drawing reads the arrays the dialog replaces.
     StopInstruments();
@@ -422,7 +422,7 @@ void MainWindow::StopInstruments() {
 void MainWindow::PaintInstruments(platform::Canvas& canvas) {
     instruments_.TakeFinished();
     instruments_.Paint(canvas);
-    const std::uint64_t fix = g_app.PublishedFix.Sequence();
+    const std::uint64_t fix = g_app.gps.PublishedFix.Sequence();
     if (instruments_.Running() || (fix == drawnFix_ && generation_ == drawnGeneration_))
         return;
     drawnFix_ = fix;
@@ -431,10 +431,10 @@ void MainWindow::PaintInstruments(platform::Canvas& canvas) {
 }
 
 void MainWindow::ApplyReadouts() {
-    if (g_app.ViewMode == kViewInstruments) {
-        host_.ShowLatLonReadout(g_app.ShowLatLonHsi == 1);
-        host_.ShowScaleReadout(g_app.ShowScaleHsi == 1);
-    } else if (g_app.ViewMode == kViewMap) {
+    if (g_app.settings.ViewMode == kViewInstruments) {
+        host_.ShowLatLonReadout(g_app.settings.ShowLatLonHsi == 1);
+        host_.ShowScaleReadout(g_app.settings.ShowScaleHsi == 1);
+    } else if (g_app.settings.ViewMode == kViewMap) {
         // The map view draws its readouts at their places itself (by shlinmap and shsinmap).
         host_.ShowLatLonReadout(false);
         host_.ShowScaleReadout(false);
@@ -458,29 +458,29 @@ void MainWindow::FeedStopped(unsigned stopId) {
 }
 
 void MainWindow::Button(unsigned id) {
-    switch (g_app.ViewMode) {
+    switch (g_app.settings.ViewMode) {
         case kViewPlan:
             if (id != kButtonAction)
                 planView_.ScrollBy(id == kButtonUp ? -1 : 1);
             break;
         case kViewMap:
-            if (id == kButtonUp && g_app.MapZoom < 4.0)
-                g_app.MapZoom *= 2;
-            else if (id == kButtonDown && g_app.MapZoom > 0.25)
-                g_app.MapZoom /= 2;
+            if (id == kButtonUp && g_app.view.MapZoom < 4.0)
+                g_app.view.MapZoom *= 2;
+            else if (id == kButtonDown && g_app.view.MapZoom > 0.25)
+                g_app.view.MapZoom /= 2;
             break;
         case kViewInstruments:
-            if (id == kButtonUp && g_app.InstrumentRangeStep < 16)
-                g_app.InstrumentRangeStep *= 2;
-            else if (id == kButtonDown && g_app.InstrumentRangeStep >= 2)
-                g_app.InstrumentRangeStep /= 2;
+            if (id == kButtonUp && g_app.view.InstrumentRangeStep < 16)
+                g_app.view.InstrumentRangeStep *= 2;
+            else if (id == kButtonDown && g_app.view.InstrumentRangeStep >= 2)
+                g_app.view.InstrumentRangeStep /= 2;
             break;
     }
 }
 
 void MainWindow::OnPaint(platform::Canvas& canvas) {
     TakeFixSnapshot();
-    switch (g_app.ViewMode) {
+    switch (g_app.settings.ViewMode) {
         case kViewPlan:
             planView_.Paint(canvas);
             break;
@@ -491,7 +491,7 @@ void MainWindow::OnPaint(platform::Canvas& canvas) {
             PaintMapFrame(canvas);
             break;
         case kViewPickSector:
-            g_app.ViewMode = kViewMapEdit;
+            g_app.settings.ViewMode = kViewMapEdit;
             [[fallthrough]];
         case kViewMapEdit:
             PaintCalibrationView(canvas);
@@ -499,7 +499,7 @@ void MainWindow::OnPaint(platform::Canvas& canvas) {
         case kViewCalibrate:
             host_.Beep();
             PaintCalibrationView(canvas);
-            g_app.ViewMode = kViewMapEdit;
+            g_app.settings.ViewMode = kViewMapEdit;
             // The dialog opens once this paint is over.
             host_.Post([this] { dialogs_.Run(Dialog::Calibrate); });
             break;
@@ -518,17 +518,17 @@ void MainWindow::OnKeyUp(unsigned key) {
         OnCommand(kButtonViews[key - vk::kButton1]);
         return;
     }
-    if (g_app.ViewMode == kViewMap) {
-        if (key == vk::kUp && g_app.MapZoom < 4.0)
+    if (g_app.settings.ViewMode == kViewMap) {
+        if (key == vk::kUp && g_app.view.MapZoom < 4.0)
             OnCommand(kButtonUp);
-        if (key == vk::kDown && g_app.MapZoom > 0.25)
+        if (key == vk::kDown && g_app.view.MapZoom > 0.25)
             OnCommand(kButtonDown);
-    } else if (g_app.ViewMode == kViewInstruments) {
-        if (key == vk::kUp && g_app.InstrumentRangeStep < 16)
+    } else if (g_app.settings.ViewMode == kViewInstruments) {
+        if (key == vk::kUp && g_app.view.InstrumentRangeStep < 16)
             OnCommand(kButtonUp);
-        if (key == vk::kDown && g_app.InstrumentRangeStep >= 2)
+        if (key == vk::kDown && g_app.view.InstrumentRangeStep >= 2)
             OnCommand(kButtonDown);
-    } else if (g_app.ViewMode == kViewPlan && (key == vk::kUp || key == vk::kDown)) {
+    } else if (g_app.settings.ViewMode == kViewPlan && (key == vk::kUp || key == vk::kDown)) {
         // The flight log scrolls with the arrows too.
         OnCommand(key == vk::kUp ? kButtonUp : kButtonDown);
     }
@@ -541,9 +541,9 @@ void MainWindow::OnKeyUp(unsigned key) {
 }
 
 void MainWindow::OnPenDown(int x, int y) {
-    if (g_app.ViewMode == kViewPlan)
+    if (g_app.settings.ViewMode == kViewPlan)
         planView_.PenDown(x, y);
-    else if (g_app.ViewMode == kViewMapEdit)
+    else if (g_app.settings.ViewMode == kViewMapEdit)
         CalibrationPenDown(x, y);
     else
         return;
@@ -551,9 +551,9 @@ void MainWindow::OnPenDown(int x, int y) {
 }
 
 void MainWindow::OnPenMove(int x, int y) {
-    if (g_app.ViewMode == kViewPlan)
+    if (g_app.settings.ViewMode == kViewPlan)
         planView_.PenMove(x, y);
-    else if (g_app.ViewMode == kViewMapEdit)
+    else if (g_app.settings.ViewMode == kViewMapEdit)
         CalibrationPenMove(x, y);
     else
         return;
@@ -569,7 +569,7 @@ void MainWindow::Destroy() {
 }
 
 void MainWindow::StopRunningFeed() {
-    switch (g_app.GpsSource) {
+    switch (g_app.settings.GpsSource) {
         case kSourceRealtime:
             OnCommand(kDisconnectGps);
             break;
@@ -588,7 +588,7 @@ void MainWindow::ExitSequence() {
     StopInstruments();
     CloseGpsPort();
     StopRunningFeed();
-    if (g_app.EnableHotKeys == 1)
+    if (g_app.settings.EnableHotKeys == 1)
         UnregisterViewHotKeys();
     if (!quitRequested_) {
         quitRequested_ = true;

@@ -33,7 +33,7 @@ inline constexpr unsigned kMemoryLoadLimit = 75;
 inline constexpr const char* kFirstPlanName = "Plan1";
 inline constexpr const char* kManualPage = "\\My Documents\\Aerix\\Manual.htm";
 
-// The MAP view as the window paints it from g_app.Fix: the chart centred on the aircraft, with its
+// The MAP view as the window paints it from g_app.gps.Fix: the chart centred on the aircraft, with its
 // readouts drawn in place. aerix-tool's headless rendering paints through it too.
 void PaintMapFrame(platform::Canvas& canvas);
 

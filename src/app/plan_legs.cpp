@@ -24,10 +24,10 @@ bool ReadLeg(int index, SimLeg* leg) {
 
 // Quiet: a missing plan simply has no sectors.
 int SectorCount() {
-    if (g_app.ActivePlanName.empty())
+    if (g_app.settings.ActivePlanName.empty())
         return 0;
     auto h = platform::Sys().store->OpenDatabase(
-        platform::kObjectStoreVolume, g_app.ActivePlanName.view(), schema::kSecNumber, 0);
+        platform::kObjectStoreVolume, g_app.settings.ActivePlanName.view(), schema::kSecNumber, 0);
     return h ? static_cast<int>(h.RecordCount()) : 0;
 }
 

@@ -45,9 +45,9 @@ void Header(platform::Canvas& canvas) {
     canvas.SetFont(platform::Font{11, true});
     // Appended piece by piece: g++ 12 at -O3 warns falsely on chained operator+.
     std::string title = "PLAN ";
-    title.append(Utf16ToUtf8(g_app.ActivePlanName.view()));
+    title.append(Utf16ToUtf8(g_app.settings.ActivePlanName.view()));
     title.append("   A/c ");
-    title.append(Utf16ToUtf8(g_app.AircraftReg.view()));
+    title.append(Utf16ToUtf8(g_app.settings.AircraftReg.view()));
     int y = PlanView::kTop;
     canvas.DrawText(title, Rect{2, y, 238, y + PlanView::kRowHeight},
                     platform::kTextLeft | kOneLine, kHeaderInk, platform::kWhite, true);
@@ -58,7 +58,7 @@ void Header(platform::Canvas& canvas) {
     y += PlanView::kLineHeight;
     canvas.SetFont(platform::Font{9, false});
     const std::string units[kColumnCount] = {"",   "",     "nm",
-                                             "kt", "h:mm", FuelUnitName(g_app.FuelUnits)};
+                                             "kt", "h:mm", FuelUnitName(g_app.aircraft.FuelUnits)};
     for (int c = 0; c < kColumnCount; ++c)
         Cell(canvas, c, y, PlanView::kFirstRowY - y, units[c], kHeaderInk);
     canvas.SetPen(platform::Pen{platform::PenStyle::Solid, 1, kGrid});
@@ -109,7 +109,7 @@ void PlanView::Paint(platform::Canvas& canvas) {
         return;
     }
 
-    lines_ = LayOut(log, static_cast<int>(g_app.PlanScrollRow));
+    lines_ = LayOut(log, static_cast<int>(g_app.view.PlanScrollRow));
     for (std::size_t l = 0; l < lines_.size(); ++l) {
         const Line& line = lines_[l];
         const FlightLogRow& row = log.rows[static_cast<std::size_t>(line.sector)];
@@ -145,8 +145,8 @@ void PlanView::Paint(platform::Canvas& canvas) {
 }
 
 void PlanView::ScrollBy(int rows) {
-    int row = std::clamp(static_cast<int>(g_app.PlanScrollRow) + rows, 0, lastFirst_);
-    g_app.PlanScrollRow = static_cast<std::uint32_t>(row);
+    int row = std::clamp(static_cast<int>(g_app.view.PlanScrollRow) + rows, 0, lastFirst_);
+    g_app.view.PlanScrollRow = static_cast<std::uint32_t>(row);
 }
 
 void PlanView::PenDown(int /*x*/, int y) {
@@ -155,7 +155,7 @@ void PlanView::PenDown(int /*x*/, int y) {
         return;
     auto line = static_cast<std::size_t>((y - kFirstRowY) / kLineHeight);
     if (line < lines_.size())
-        g_app.HighlightedSector = static_cast<std::uint32_t>(lines_[line].sector);
+        g_app.plan.HighlightedSector = static_cast<std::uint32_t>(lines_[line].sector);
 }
 
 void PlanView::PenMove(int /*x*/, int y) {

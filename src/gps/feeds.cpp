@@ -26,14 +26,14 @@ std::mutex& FeedMutex() {
 }
 
 bool FeedViewShown(const char* warning) {
-    if (g_app.ViewMode == kViewInstruments || g_app.ViewMode == kViewMap)
+    if (g_app.settings.ViewMode == kViewInstruments || g_app.settings.ViewMode == kViewMap)
         return true;
     platform::ShowNotice(warning, "Warning");
     return false;
 }
 
 void SetSource(std::uint32_t source) {
-    g_app.GpsSource = source;
+    g_app.settings.GpsSource = source;
     platform::Sys().ui->SetTitle(SourceTitle(source));
 }
 
@@ -92,19 +92,19 @@ const char* SourceTitle(unsigned source) {
 bool ConnectGps() {
     if (!FeedViewShown("Select Map, HSI or AERIX view before connecting GPS"))
         return false;
-    JoinRetired(g_app.RetiredGpsThread);
+    JoinRetired(g_app.gps.RetiredGpsThread);
     std::jthread previous;
     {
         std::lock_guard lock(FeedMutex());
-        previous = Take(g_app.GpsThread);
+        previous = Take(g_app.gps.GpsThread);
     }
     // A reader still running owns the old port; closing it ends the reader.
     CloseGpsPort();
-    Finish(std::move(previous), g_app.RetiredGpsThread);
+    Finish(std::move(previous), g_app.gps.RetiredGpsThread);
     {
         std::lock_guard lock(FeedMutex());
         SetSource(kSourceRealtime);
-        g_app.ActiveSectorIndex = 0;
+        g_app.leg.ActiveSectorIndex = 0;
         MarkFeedStart();
     }
     platform::HoldScreenAwake(platform::AwakeHolder::kGpsSlot, true);
@@ -117,21 +117,21 @@ bool ConnectGps() {
 bool StartSimulation() {
     if (!FeedViewShown("Select Map, HSI or AERIX view before starting simulation"))
         return false;
-    JoinRetired(g_app.RetiredGpsThread);
+    JoinRetired(g_app.gps.RetiredGpsThread);
     std::lock_guard lock(FeedMutex());
     // A running feed (the receiver or a simulation) is not replaced.
-    if (g_app.GpsThread.joinable())
+    if (g_app.gps.GpsThread.joinable())
         return false;
-    g_app.SimulatorStepCount.store(0);
-    g_app.ActiveSectorIndex = 0;
+    g_app.gps.SimulatorStepCount.store(0);
+    g_app.leg.ActiveSectorIndex = 0;
     MarkFeedStart();
     platform::HoldScreenAwake(platform::AwakeHolder::kGpsSlot, true);
-    g_app.GpsThread = std::jthread([](std::stop_token stop) { SimulatorThread(stop); });
+    g_app.gps.GpsThread = std::jthread([](std::stop_token stop) { SimulatorThread(stop); });
     SetSource(kSourceSimulated);
-    g_app.SimulatorScreenX = 120;
-    g_app.SimulatorScreenY = 120;
-    g_app.SimulatorOffsetX = 0;
-    g_app.SimulatorOffsetY = 0;
+    g_app.gps.SimulatorScreenX = 120;
+    g_app.gps.SimulatorScreenY = 120;
+    g_app.gps.SimulatorOffsetX = 0;
+    g_app.gps.SimulatorOffsetY = 0;
     return true;
 }
 
@@ -140,21 +140,21 @@ bool StartPlayback(bool fast) {
         return false;
     // Only "Stop playback" clears the fast flag, so a normal start after a fast one stays fast.
     if (fast)
-        g_app.PlaybackFast.store(1);
-    JoinRetired(g_app.RetiredPlaybackThread);
+        g_app.gps.PlaybackFast.store(1);
+    JoinRetired(g_app.gps.RetiredPlaybackThread);
     std::jthread previous;
     {
         std::lock_guard lock(FeedMutex());
-        previous = Take(g_app.PlaybackThread);
+        previous = Take(g_app.gps.PlaybackThread);
     }
-    Finish(std::move(previous), g_app.RetiredPlaybackThread);
+    Finish(std::move(previous), g_app.gps.RetiredPlaybackThread);
     std::lock_guard lock(FeedMutex());
     SetSource(kSourceRecorded);
-    g_app.ActiveSectorIndex = 0;
+    g_app.leg.ActiveSectorIndex = 0;
     MarkFeedStart();
     // Held before the thread starts: a playback that ends at once lets go after this.
     platform::HoldScreenAwake(platform::AwakeHolder::kPlaybackSlot, true);
-    g_app.PlaybackThread = std::jthread(PlaybackThread);
+    g_app.gps.PlaybackThread = std::jthread(PlaybackThread);
     return true;
 }
 
@@ -163,12 +163,12 @@ void DisconnectGps() {
     {
         std::lock_guard lock(FeedMutex());
         SetSource(kSourceNone);
-        taken = Take(g_app.GpsThread);
+        taken = Take(g_app.gps.GpsThread);
     }
     CloseGpsPort();
-    g_app.GpsRecording.Close();
+    g_app.gps.GpsRecording.Close();
     platform::HoldScreenAwake(platform::AwakeHolder::kGpsSlot, false);
-    Finish(std::move(taken), g_app.RetiredGpsThread);
+    Finish(std::move(taken), g_app.gps.RetiredGpsThread);
 }
 
 void StopSimulation() {
@@ -176,10 +176,10 @@ void StopSimulation() {
     {
         std::lock_guard lock(FeedMutex());
         SetSource(kSourceNone);
-        taken = Take(g_app.GpsThread);
+        taken = Take(g_app.gps.GpsThread);
     }
     platform::HoldScreenAwake(platform::AwakeHolder::kGpsSlot, false);
-    Finish(std::move(taken), g_app.RetiredGpsThread);
+    Finish(std::move(taken), g_app.gps.RetiredGpsThread);
 }
 
 void StopPlayback() {
@@ -187,11 +187,11 @@ void StopPlayback() {
     {
         std::lock_guard lock(FeedMutex());
         SetSource(kSourceNone);
-        g_app.PlaybackFast.store(0);
-        taken = Take(g_app.PlaybackThread);
+        g_app.gps.PlaybackFast.store(0);
+        taken = Take(g_app.gps.PlaybackThread);
     }
     platform::HoldScreenAwake(platform::AwakeHolder::kPlaybackSlot, false);
-    Finish(std::move(taken), g_app.RetiredPlaybackThread);
+    Finish(std::move(taken), g_app.gps.RetiredPlaybackThread);
 }
 
 }  // namespace aerix

@@ -5,20 +5,20 @@
 namespace aerix {
 
 void TakeFixSnapshot() {
-    g_app.Fix = g_app.PublishedFix.Snapshot();
+    g_app.gps.Fix = g_app.gps.PublishedFix.Snapshot();
 }
 
 void MarkFeedStart() {
-    g_app.FeedStartSequence = g_app.PublishedFix.Sequence();
+    g_app.gps.FeedStartSequence = g_app.gps.PublishedFix.Sequence();
 }
 
 bool FixSinceFeedStart() {
-    return g_app.PublishedFix.Sequence() > g_app.FeedStartSequence;
+    return g_app.gps.PublishedFix.Sequence() > g_app.gps.FeedStartSequence;
 }
 
 void AcknowledgeVoidFix() {
-    g_app.PublishedFix.ClearVoid();
-    g_app.Fix.FixVoid = 0;
+    g_app.gps.PublishedFix.ClearVoid();
+    g_app.gps.Fix.FixVoid = 0;
 }
 
 }  // namespace aerix

@@ -1,11 +1,11 @@
-// The painting side of the fix: feeds publish whole fixes to g_app.PublishedFix, and the
-// user-interface thread copies the latest one into g_app.Fix before it paints, so every view
+// The painting side of the fix: feeds publish whole fixes to g_app.gps.PublishedFix, and the
+// user-interface thread copies the latest one into g_app.gps.Fix before it paints, so every view
 // draws from one consistent fix.
 #pragma once
 
 namespace aerix {
 
-// g_app.Fix = the fix last published.
+// g_app.gps.Fix = the fix last published.
 void TakeFixSnapshot();
 
 // A feed starts flying the plan from its first sector: the fix left by the feed before must not

@@ -9,7 +9,7 @@
 namespace aerix {
 
 GpsDataTexts GpsDataDialogModel::Texts() const {
-    GpsFix fix = g_app.PublishedFix.Snapshot();
+    GpsFix fix = g_app.gps.PublishedFix.Snapshot();
     GpsDataTexts texts;
     texts.position = std::u16string(fix.positionText.view());
     char buffer[64];

@@ -53,7 +53,7 @@ std::shared_ptr<platform::ByteSource> OpenSerial(const std::string& device, cons
     *step = "Getting Comms. State.";
     if (!port->GetState(&control, error))
         return nullptr;
-    control.baudRate = g_app.BaudRate;
+    control.baudRate = g_app.settings.BaudRate;
     control.byteSize = 8;
     control.parity = 0;
     control.stopBits = 0;
@@ -83,9 +83,9 @@ std::shared_ptr<platform::ByteSource> OpenTcp(const std::string& host, int portN
 }  // namespace
 
 std::u16string ConfiguredPortName() {
-    if (!g_app.PortDevice.empty())
-        return std::u16string(g_app.PortDevice.view());
-    return std::u16string(g_app.PortName.view());
+    if (!g_app.gps.PortDevice.empty())
+        return std::u16string(g_app.gps.PortDevice.view());
+    return std::u16string(g_app.settings.PortName.view());
 }
 
 bool IsComPortName(std::u16string_view name) {
@@ -95,10 +95,10 @@ bool IsComPortName(std::u16string_view name) {
 
 void SetConfiguredPortName(std::u16string_view name) {
     if (IsComPortName(name) || name == kNavmanPortName) {
-        g_app.PortName.assign(name);
-        g_app.PortDevice.clear();
+        g_app.settings.PortName.assign(name);
+        g_app.gps.PortDevice.clear();
     } else {
-        g_app.PortDevice.assign(name);
+        g_app.gps.PortDevice.assign(name);
     }
 }
 
@@ -151,7 +151,7 @@ std::shared_ptr<platform::ByteSource> OpenPortSource(std::u16string portName, co
             *error = ENODEV;
             return nullptr;
         }
-        g_app.BaudRate = 57600;
+        g_app.settings.BaudRate = 57600;
         portName = device;
     }
     std::string name = Utf16ToUtf8(portName);
@@ -174,11 +174,11 @@ int OpenGpsPort() {
     }
     {
         std::lock_guard lock(PortMutex());
-        g_app.GpsPort = port;
+        g_app.gps.GpsPort = port;
     }
     try {
         std::lock_guard lock(FeedSlotMutex());
-        g_app.GpsThread = std::jthread(GpsReaderThread, port, kGpsReadTimeoutMs);
+        g_app.gps.GpsThread = std::jthread(GpsReaderThread, port, kGpsReadTimeoutMs);
     } catch (const std::system_error& e) {
         CloseGpsPort();
         ReportCommsError("Creating Thread.", e.code().value());
@@ -191,8 +191,8 @@ void CloseGpsPort() {
     std::shared_ptr<platform::ByteSource> port;
     {
         std::lock_guard lock(PortMutex());
-        port = std::move(g_app.GpsPort);
-        g_app.GpsPort.reset();
+        port = std::move(g_app.gps.GpsPort);
+        g_app.gps.GpsPort.reset();
     }
     if (port)
         port->Close();

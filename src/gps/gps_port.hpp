@@ -34,7 +34,7 @@ int FindNavmanPort(char16_t* buffer, std::size_t size);
 // "Communications Error <errno> \r\n<step>" in a box without caption, then "Disconnect GPS".
 void ReportCommsError(std::string_view stepText, int errorNumber);
 
-// Opens and configures the port and starts the reader thread into g_app.GpsThread. 0 on
+// Opens and configures the port and starts the reader thread into g_app.gps.GpsThread. 0 on
 // success, 1 on failure (reported).
 int OpenGpsPort();
 

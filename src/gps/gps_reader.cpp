@@ -26,14 +26,14 @@ void GpsReaderThread(std::stop_token stop, std::shared_ptr<platform::ByteSource>
     // A stop request (program exit, a reset) closes the port, which wakes the read.
     std::stop_callback closeOnStop(stop, [&port] { port->Close(); });
 
-    const bool recording = g_app.RecordGpsData != 0;
+    const bool recording = g_app.settings.RecordGpsData != 0;
     if (recording) {
         // A file that cannot be opened is not reported: the writes then simply fail.
-        g_app.GpsRecording.Open(platform::Sys().root->ResolveForWrite(kRecordingFile),
-                                g_app.OverwriteGpsData != 0);
+        g_app.gps.GpsRecording.Open(platform::Sys().root->ResolveForWrite(kRecordingFile),
+                                g_app.settings.OverwriteGpsData != 0);
     }
 
-    GpsFix fix = g_app.PublishedFix.Snapshot();
+    GpsFix fix = g_app.gps.PublishedFix.Snapshot();
     LineAssembler assembler;
     std::string record;
     char bytes[256];
@@ -49,7 +49,7 @@ void GpsReaderThread(std::stop_token stop, std::shared_ptr<platform::ByteSource>
             if (!port->IsOpen())
                 break;
             fix.FixVoid = 1;
-            g_app.PublishedFix.Publish(fix);
+            g_app.gps.PublishedFix.Publish(fix);
             Invalidate();
             continue;
         }
@@ -60,16 +60,16 @@ void GpsReaderThread(std::stop_token stop, std::shared_ptr<platform::ByteSource>
             if (recording && IsRmcLine(line)) {
                 record.assign(line);
                 record += '\n';
-                g_app.GpsRecording.Write(record);
+                g_app.gps.GpsRecording.Write(record);
             }
-            if (HandleNmeaLine(line, fix, g_app.InstrumentDrawingRunning.load())) {
-                g_app.PublishedFix.Publish(fix);
+            if (HandleNmeaLine(line, fix, g_app.gps.InstrumentDrawingRunning.load())) {
+                g_app.gps.PublishedFix.Publish(fix);
                 Invalidate();
             }
         }
     }
     if (recording)
-        g_app.GpsRecording.Close();
+        g_app.gps.GpsRecording.Close();
 }
 
 }  // namespace aerix

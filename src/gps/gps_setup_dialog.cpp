@@ -47,7 +47,7 @@ GpsSetupDialogModel::GpsSetupDialogModel(std::function<std::vector<std::string>(
     // A stored address that is not in the list (a tcp: feed, a device now unplugged) stays as
     // the typed text.
     for (std::size_t i = 0; i < std::size(kBaudRates); ++i) {
-        if (kBaudRates[i] == g_app.BaudRate)
+        if (kBaudRates[i] == g_app.settings.BaudRate)
             baudSelection_ = static_cast<int>(i);
     }
 }
@@ -83,7 +83,7 @@ bool GpsSetupDialogModel::Ok() {
     }
     SetConfiguredPortName(port);
     if (baudSelection_ >= 0)
-        g_app.BaudRate = kBaudRates[baudSelection_];
+        g_app.settings.BaudRate = kBaudRates[baudSelection_];
     return true;
 }
 

@@ -23,7 +23,7 @@ bool PlayNmeaStream(std::istream& in, GpsFix& fix,
             if (!assembler.Push(bytes[i]))
                 continue;
             std::string_view line = assembler.Line();
-            bool parsed = HandleNmeaLine(line, fix, g_app.InstrumentDrawingRunning.load());
+            bool parsed = HandleNmeaLine(line, fix, g_app.gps.InstrumentDrawingRunning.load());
             if (!afterLine(line, parsed))
                 return false;
         }
@@ -38,13 +38,13 @@ void PlaybackThread(std::stop_token stop) {
         SendFeedCommand(FeedCommand::StopPlayback);
         return;
     }
-    GpsFix fix = g_app.PublishedFix.Snapshot();
+    GpsFix fix = g_app.gps.PublishedFix.Snapshot();
     bool finished = PlayNmeaStream(in, fix, [&](std::string_view, bool parsed) {
         if (parsed) {
-            g_app.PublishedFix.Publish(fix);
+            g_app.gps.PublishedFix.Publish(fix);
             platform::Sys().ui->InvalidateMainWindow(false);
         }
-        int pause = g_app.PlaybackFast.load() == 1 ? kPlaybackFastMs : kPlaybackNormalMs;
+        int pause = g_app.gps.PlaybackFast.load() == 1 ? kPlaybackFastMs : kPlaybackNormalMs;
         return platform::Sys().clock->SleepMs(pause, stop);
     });
     in.close();

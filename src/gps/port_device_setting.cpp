@@ -12,16 +12,16 @@ constexpr std::u16string_view kValueName = u"CommDevice";
 }
 
 void LoadPortDevice() {
-    g_app.PortDevice.clear();
+    g_app.gps.PortDevice.clear();
     auto* hive = platform::Sys().registry;
     platform::HKEY key = 0;
     if (!hive || hive->OpenKey(platform::kHkeyLocalMachine, kSettingsKey, &key) != 0)
         return;
     std::uint32_t type = 0;
-    std::uint32_t size = static_cast<std::uint32_t>(g_app.PortDevice.Bytes() - sizeof(char16_t));
-    if (hive->QueryValue(key, kValueName, &type, g_app.PortDevice.data(), &size) != 0 ||
+    std::uint32_t size = static_cast<std::uint32_t>(g_app.gps.PortDevice.Bytes() - sizeof(char16_t));
+    if (hive->QueryValue(key, kValueName, &type, g_app.gps.PortDevice.data(), &size) != 0 ||
         type != platform::kRegSz)
-        g_app.PortDevice.clear();
+        g_app.gps.PortDevice.clear();
     hive->CloseKey(key);
 }
 
@@ -32,8 +32,8 @@ bool SavePortDevice() {
     if (!hive ||
         hive->CreateKey(platform::kHkeyLocalMachine, kSettingsKey, &key, &disposition) != 0)
         return false;
-    auto text = g_app.PortDevice.view();
-    bool ok = hive->SetValue(key, kValueName, platform::kRegSz, g_app.PortDevice.data(),
+    auto text = g_app.gps.PortDevice.view();
+    bool ok = hive->SetValue(key, kValueName, platform::kRegSz, g_app.gps.PortDevice.data(),
                              static_cast<std::uint32_t>((text.size() + 1) * sizeof(char16_t))) == 0;
     hive->CloseKey(key);
     return ok;

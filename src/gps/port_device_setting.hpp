@@ -4,9 +4,9 @@
 
 namespace aerix {
 
-// g_app.PortDevice from "CommDevice" (left empty when the value is missing or unreadable).
+// g_app.gps.PortDevice from "CommDevice" (left empty when the value is missing or unreadable).
 void LoadPortDevice();
-// g_app.PortDevice to "CommDevice"; an empty one removes the choice. False when it cannot be saved.
+// g_app.gps.PortDevice to "CommDevice"; an empty one removes the choice. False when it cannot be saved.
 bool SavePortDevice();
 
 }  // namespace aerix

@@ -52,7 +52,7 @@ std::u16string PositionText(CentiMinutes latitude, CentiMinutes longitude) {
 }
 
 void FormatPosition() {
-    g_app.Fix.positionText.assign(PositionText(g_app.Fix.latitude, g_app.Fix.longitude));
+    g_app.gps.Fix.positionText.assign(PositionText(g_app.gps.Fix.latitude, g_app.gps.Fix.longitude));
 }
 
 }  // namespace aerix

@@ -25,15 +25,15 @@ double SimulationStep(std::int32_t startLatitude, std::int32_t startLongitude, d
     if (auto* idle = platform::Sys().idleTimer)
         idle->Reset();
     if (restart)
-        g_app.SimulatedDistance = 0.0;
+        g_app.gps.SimulatedDistance = 0.0;
     double phi1 = startLatitude * kCentiMinutesToRadiansStep;
     double l1 = startLongitude * kCentiMinutesToRadiansStep;
 
     platform::Sys().clock->SleepMs(1000, stop);
 
-    g_app.SimulatedDistance += speed * kHoursPerStep * kNauticalMilesToRadians;
+    g_app.gps.SimulatedDistance += speed * kHoursPerStep * kNauticalMilesToRadians;
     double tc = course * kDegreesToRadians;
-    double d = g_app.SimulatedDistance;
+    double d = g_app.gps.SimulatedDistance;
     double phi = d * std::cos(tc) + phi1;
     double dPhi = std::log(std::tan(phi / 2 + kQuarterPi) / std::tan(phi1 / 2 + kQuarterPi));
     double q = std::fabs(phi - phi1) < std::sqrt(1e-15) ? std::cos(phi1) : (phi - phi1) / dPhi;

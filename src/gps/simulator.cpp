@@ -46,19 +46,19 @@ bool HasSimLegSource() {
 
 void SimulatorThread(std::stop_token stop, SimStepObserver observer) {
     SimLegSource source = CurrentSimLegSource();
-    GpsFix fix = g_app.PublishedFix.Snapshot();
+    GpsFix fix = g_app.gps.PublishedFix.Snapshot();
     int legIndex = 0;
     SimLeg leg;  // speed and variation carry over to a direct-to leg
     while (!stop.stop_requested()) {
         std::int32_t startLatitude = 0;
         std::int32_t startLongitude = 0;
         double course = 0.0;
-        std::int32_t directLatitude = g_app.DirectToStartLatitude.load();
+        std::int32_t directLatitude = g_app.leg.DirectToStartLatitude.load();
         const bool direct = directLatitude != 0;
         if (direct) {
             startLatitude = directLatitude;
-            startLongitude = g_app.DirectToStartLongitude.load();
-            course = g_app.DirectToCourse.load();
+            startLongitude = g_app.leg.DirectToStartLongitude.load();
+            course = g_app.leg.DirectToCourse.load();
         } else {
             if (!source.readLeg || !source.readLeg(legIndex, &leg))
                 break;
@@ -75,24 +75,24 @@ void SimulatorThread(std::stop_token stop, SimStepObserver observer) {
         double latitude = 0.0;
         double longitude = 0.0;
         SimulationStep(startLatitude, startLongitude, course, 0, 1, latitude, longitude, stop);
-        g_app.SimulatorStepCount.fetch_add(1);
+        g_app.gps.SimulatorStepCount.fetch_add(1);
         fix.latitude = startLatitude;
         fix.longitude = startLongitude;
         fix.positionKnown = true;
         // The readouts show the text, so it must always match the position published with it.
         fix.positionText.assign(PositionText(fix.latitude, fix.longitude));
-        g_app.PublishedFix.Publish(fix);
+        g_app.gps.PublishedFix.Publish(fix);
         if (observer)
             observer(legIndex);
         if (stop.stop_requested())
             break;
 
-        while (g_app.LegChange.load() == 0 && !stop.stop_requested()) {
+        while (g_app.leg.LegChange.load() == 0 && !stop.stop_requested()) {
             SimulationStep(startLatitude, startLongitude, fix.trueTrack, leg.groundSpeed, 0,
                            fix.latitude, fix.longitude, stop);
-            g_app.SimulatorStepCount.fetch_add(1);
+            g_app.gps.SimulatorStepCount.fetch_add(1);
             fix.positionText.assign(PositionText(fix.latitude, fix.longitude));
-            g_app.PublishedFix.Publish(fix);
+            g_app.gps.PublishedFix.Publish(fix);
             Invalidate();
             if (observer)
                 observer(legIndex);
@@ -100,14 +100,14 @@ void SimulatorThread(std::stop_token stop, SimStepObserver observer) {
         if (stop.stop_requested())
             break;
         int count = source.sectorCount ? source.sectorCount() : 0;
-        if (direct && g_app.DirectToStartLatitude.load() == 0) {
+        if (direct && g_app.leg.DirectToStartLatitude.load() == 0) {
             // The direct-to ended (reached, or "Resume plan"): the plan goes on from the sector
             // the views made active.
-            legIndex = static_cast<int>(g_app.ActiveSectorIndex.load());
+            legIndex = static_cast<int>(g_app.leg.ActiveSectorIndex.load());
         } else if (legIndex < count - 1) {
             ++legIndex;
         }
-        g_app.LegChange.store(0);
+        g_app.leg.LegChange.store(0);
     }
 }
 

@@ -108,18 +108,18 @@ std::string FormatLogTime(double minutes) {
 
 FlightLog BuildFlightLog() {
     FlightLog log;
-    if (g_app.ActivePlanName.empty())
+    if (g_app.settings.ActivePlanName.empty())
         return log;
     auto h = platform::Sys().store->OpenDatabase(platform::kObjectStoreVolume,
-                                                 g_app.ActivePlanName.view(), schema::kSecNumber,
+                                                 g_app.settings.ActivePlanName.view(), schema::kSecNumber,
                                                  platform::kOpenAutoIncrement);
     for (std::uint32_t i = 0; h; ++i) {
         FlightLogRow row;
         row.oid = ReadSector(h, kFromCurrent, 0, row.sector);
         if (row.oid == 0)
             break;
-        row.active = g_app.GpsSource != kSourceNone && i == g_app.ActiveSectorIndex;
-        row.highlighted = i == g_app.HighlightedSector;
+        row.active = g_app.settings.GpsSource != kSourceNone && i == g_app.leg.ActiveSectorIndex;
+        row.highlighted = i == g_app.plan.HighlightedSector;
         log.totalDistance += row.sector.Distance;
         log.totalTime += row.sector.Time;
         log.totalFuel += row.sector.Fuel;

@@ -18,7 +18,7 @@ struct FlightLogRow {
     std::uint32_t oid = 0;
     SectorRecord sector;
     bool active = false;       // the sector being flown while a feed runs
-    bool highlighted = false;  // the one the sector commands act on (g_app.HighlightedSector)
+    bool highlighted = false;  // the one the sector commands act on (g_app.plan.HighlightedSector)
 
     // False when the wind leaves no ground speed (0 kt or less): the sector cannot be flown, and
     // its stored time and fuel mean nothing.

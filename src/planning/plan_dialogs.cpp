@@ -35,10 +35,10 @@ int NewPlanDialog::Ok() {
             StoreFailureText(platform::LastStoreError(), "Could not create new plan"));
         return 1;
     }
-    g_app.CurrentPlanId = oid;
-    g_app.ActivePlanName.assign(name_);
-    g_app.PlanSectorCount = 0;
-    g_app.HighlightedSector = 0;
+    g_app.settings.CurrentPlanId = oid;
+    g_app.settings.ActivePlanName.assign(name_);
+    g_app.plan.PlanSectorCount = 0;
+    g_app.plan.HighlightedSector = 0;
     if (platform::Sys().ui)
         platform::Sys().ui->InvalidateMainWindow(true);
     return 1;
@@ -58,15 +58,15 @@ int OpenPlanDialog::Choose(int index) {
     if (index < 0 || index >= static_cast<int>(entries_.size()))
         return 0;
     const std::u16string& name = entries_[static_cast<std::size_t>(index)];
-    g_app.ActivePlanName.assign(name);
+    g_app.settings.ActivePlanName.assign(name);
     { DbHandle h = OpenDatabase(name, schema::kSecNumber); }
-    g_app.CurrentPlanId = g_app.LastOpenedDatabaseId;
-    g_app.HighlightedSector = 0;
+    g_app.settings.CurrentPlanId = g_app.nav.LastOpenedDatabaseId;
+    g_app.plan.HighlightedSector = 0;
     return End(1);
 }
 
 void AfterPlanOpened() {
-    g_app.ArraysPending = 1;
+    g_app.nav.ArraysPending = 1;
     RefreshPlanSectorCount();
     RecomputePlan(1);
 }
@@ -75,7 +75,7 @@ int DeletePlanDialog::Choose(int index) {
     if (index < 0 || index >= static_cast<int>(entries_.size()))
         return 0;
     const std::u16string& name = entries_[static_cast<std::size_t>(index)];
-    if (name == g_app.ActivePlanName.view()) {
+    if (name == g_app.settings.ActivePlanName.view()) {
         platform::ShowNotice("Cannot delete - active plan", "Warning");
         return End(1);
     }

@@ -30,14 +30,14 @@ bool ReadActiveAircraft(AircraftRecord& aircraft) {
     DbHandle h = OpenDatabase(schema::kAircraftName, schema::kAcName, &count);
     if (!h || count == 0)
         return false;
-    platform::PropVal key = platform::PropVal::Text(600, std::u16string(g_app.AircraftReg.view()));
+    platform::PropVal key = platform::PropVal::Text(600, std::u16string(g_app.settings.AircraftReg.view()));
     return h.SeekValue(key) != 0 && ReadAircraft(h, kFromCurrent, 0, aircraft) != 0;
 }
 
 // The sectors in sector-number order; false when the plan cannot be opened (already said).
 bool ReadPlan(DbHandle& h, std::vector<PlanSector>& sectors) {
     std::uint32_t count = 0;
-    h = OpenDatabase(g_app.ActivePlanName.view(), schema::kSecNumber, &count);
+    h = OpenDatabase(g_app.settings.ActivePlanName.view(), schema::kSecNumber, &count);
     if (!h)
         return false;
     sectors.reserve(count);
@@ -48,7 +48,7 @@ bool ReadPlan(DbHandle& h, std::vector<PlanSector>& sectors) {
             break;
         sectors.push_back(std::move(s));
     }
-    g_app.PlanSectorCount = static_cast<std::uint32_t>(sectors.size());
+    g_app.plan.PlanSectorCount = static_cast<std::uint32_t>(sectors.size());
     return true;
 }
 
@@ -170,13 +170,13 @@ bool ReversePlan() {
 
 std::uint32_t RefreshPlanSectorCount() {
     std::uint32_t count = 0;
-    if (!g_app.ActivePlanName.empty()) {
+    if (!g_app.settings.ActivePlanName.empty()) {
         auto h = platform::Sys().store->OpenDatabase(
-            platform::kObjectStoreVolume, g_app.ActivePlanName.view(), schema::kSecNumber, 0);
+            platform::kObjectStoreVolume, g_app.settings.ActivePlanName.view(), schema::kSecNumber, 0);
         if (h)
             count = h.RecordCount();
     }
-    g_app.PlanSectorCount = count;
+    g_app.plan.PlanSectorCount = count;
     return count;
 }
 

@@ -16,7 +16,7 @@ double MagneticHeadingOf(double variation, double trueHeading);
 
 // refreshAirspeeds 1: each sector takes the current aircraft's true airspeed for its phase (and
 // stores it); 0: it keeps its own. Course and distance stay as stored. Stops silently when the
-// aircraft database holds no aircraft or none named by g_app.AircraftReg. Every sector is
+// aircraft database holds no aircraft or none named by g_app.settings.AircraftReg. Every sector is
 // rewritten in one transaction: false (after the store's message) when none of it is kept.
 bool RecomputePlan(int refreshAirspeeds);
 // As RecomputePlan, after starting each sector but the first where the one before ends (names
@@ -28,7 +28,7 @@ bool RecomputePlanRoute(int refreshAirspeeds);
 // left as it was.
 bool ReversePlan();
 
-// The number of sectors of the active plan, quietly 0 without one; kept in g_app.PlanSectorCount.
+// The number of sectors of the active plan, quietly 0 without one; kept in g_app.plan.PlanSectorCount.
 std::uint32_t RefreshPlanSectorCount();
 
 // Makes deleting a sector recompute the route.

@@ -37,7 +37,7 @@ std::vector<StoredSector> ReadAll(DbHandle& h) {
 }
 
 std::vector<StoredSector> ReadActivePlan() {
-    DbHandle h = OpenDatabase(g_app.ActivePlanName.view(), schema::kSecNumber);
+    DbHandle h = OpenDatabase(g_app.settings.ActivePlanName.view(), schema::kSecNumber);
     return h ? ReadAll(h) : std::vector<StoredSector>{};
 }
 
@@ -59,7 +59,7 @@ std::string FormatVariation(double degrees) {
 std::int16_t AircraftTas(int phase) {
     DbHandle h = OpenDatabase(schema::kAircraftName, schema::kAcName);
     AircraftRecord a;
-    platform::PropVal key = platform::PropVal::Text(600, std::u16string(g_app.AircraftReg.view()));
+    platform::PropVal key = platform::PropVal::Text(600, std::u16string(g_app.settings.AircraftReg.view()));
     if (!h || h.SeekValue(key) == 0 || ReadAircraft(h, kFromCurrent, 0, a) == 0)
         return 0;
     return phase == 1 ? a.ClimbTas : phase == 2 ? a.CruiseTas : a.DescentTas;
@@ -67,7 +67,7 @@ std::int16_t AircraftTas(int phase) {
 
 // Renumbers the sectors 1, 2, 3 ... in their order; false when a write failed.
 bool Renumber() {
-    DbHandle h = OpenDatabase(g_app.ActivePlanName.view(), schema::kSecNumber);
+    DbHandle h = OpenDatabase(g_app.settings.ActivePlanName.view(), schema::kSecNumber);
     if (!h)
         return false;
     auto all = ReadAll(h);
@@ -223,7 +223,7 @@ int SectorDialog::Ok() {
     if (!tx.Open())
         return 0;
     {
-        DbHandle h = OpenDatabase(g_app.ActivePlanName.view(), schema::kSecNumber);
+        DbHandle h = OpenDatabase(g_app.settings.ActivePlanName.view(), schema::kSecNumber);
         if (!h)
             return 0;
         auto all = ReadAll(h);
@@ -250,14 +250,14 @@ int SectorDialog::Ok() {
     if (!kept)
         return 0;
     if (mode_ != Mode::kEdit)
-        g_app.ArraysPending = 1;
+        g_app.nav.ArraysPending = 1;
     return 1;
 }
 
 bool DeletePlanSector(std::uint32_t index) {
     // The delete decides whether to recompute from the loaded count, so it must be current.
     RefreshPlanSectorCount();
-    if (index >= g_app.PlanSectorCount)
+    if (index >= g_app.plan.PlanSectorCount)
         return false;
     // The delete, the route recomputed after it and the renumbering are one change.
     bool kept = false;
@@ -268,36 +268,36 @@ bool DeletePlanSector(std::uint32_t index) {
     std::uint32_t count = RefreshPlanSectorCount();
     if (!kept)
         return false;
-    if (g_app.HighlightedSector >= count)
-        g_app.HighlightedSector = count ? count - 1 : 0;
+    if (g_app.plan.HighlightedSector >= count)
+        g_app.plan.HighlightedSector = count ? count - 1 : 0;
     return true;
 }
 
 bool DirectTo(const SectorEnd& waypoint) {
     // The leg starts at the present position: without a fix there is none (and a start
     // latitude of 0 would read as no direct-to at all).
-    if (!g_app.Fix.positionKnown) {
+    if (!g_app.gps.Fix.positionKnown) {
         platform::ShowError(kDirectToNoFixText);
         return false;
     }
-    std::int32_t lat = TruncInt32(g_app.Fix.latitude);
-    std::int32_t lon = TruncInt32(g_app.Fix.longitude);
+    std::int32_t lat = TruncInt32(g_app.gps.Fix.latitude);
+    std::int32_t lon = TruncInt32(g_app.gps.Fix.longitude);
     double course = 0.0;
     double distance = 0.0;
     CourseDistance(lat, lon, waypoint.latitude, waypoint.longitude, course, distance, 0);
-    g_app.DirectToName = waypoint.ident.empty() ? waypoint.name : waypoint.ident;
-    g_app.DirectToTargetLatitude = waypoint.latitude;
-    g_app.DirectToTargetLongitude = waypoint.longitude;
-    g_app.DirectToStartLongitude.store(lon);
-    g_app.DirectToCourse.store(TruncInt32(course));
-    g_app.DirectToStartLatitude.store(lat);
-    g_app.LegChange.store(1);
+    g_app.leg.DirectToName = waypoint.ident.empty() ? waypoint.name : waypoint.ident;
+    g_app.leg.DirectToTargetLatitude = waypoint.latitude;
+    g_app.leg.DirectToTargetLongitude = waypoint.longitude;
+    g_app.leg.DirectToStartLongitude.store(lon);
+    g_app.leg.DirectToCourse.store(TruncInt32(course));
+    g_app.leg.DirectToStartLatitude.store(lat);
+    g_app.leg.LegChange.store(1);
     return true;
 }
 
 void ResumePlan() {
-    g_app.DirectToStartLatitude.store(0);
-    g_app.LegChange.store(1);
+    g_app.leg.DirectToStartLatitude.store(0);
+    g_app.leg.LegChange.store(1);
 }
 
 }  // namespace aerix

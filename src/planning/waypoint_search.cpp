@@ -13,14 +13,14 @@ namespace aerix {
 
 std::vector<WaypointRecord> SearchWaypoints(std::u16string_view text) {
     std::vector<WaypointRecord> found;
-    if (g_app.NavDatabaseName.empty()) {
+    if (g_app.settings.NavDatabaseName.empty()) {
         platform::ShowError("Choose a navigation database first");
         return found;
     }
-    g_app.NavSearchKey = g_app.IcaoSearch ? schema::kWptIdent : schema::kWptName;
+    g_app.nav.NavSearchKey = g_app.settings.IcaoSearch ? schema::kWptIdent : schema::kWptName;
     MountNavVolume();
     {
-        DbHandle h = OpenNavDatabase(g_app.NavDatabaseName.view(), g_app.NavSearchKey);
+        DbHandle h = OpenNavDatabase(g_app.settings.NavDatabaseName.view(), g_app.nav.NavSearchKey);
         std::vector<std::uint32_t> hits;
         std::u16string scratch;
         for (std::uint32_t index = 0; h; ++index) {

@@ -1,5 +1,5 @@
 // Finding a sector's ends in the current navigation database: by name, or by ICAO identifier when
-// g_app.IcaoSearch is set. The match is a case-sensitive substring, as the record store's search
+// g_app.settings.IcaoSearch is set. The match is a case-sensitive substring, as the record store's search
 // read does it.
 #pragma once
 
@@ -22,7 +22,7 @@ struct SectorEnd {
 };
 
 // The matching waypoints in the order of the searched key. Mounts the nav volume of
-// g_app.NavDatabaseName for the search and unmounts it after; with no database chosen says
+// g_app.settings.NavDatabaseName for the search and unmounts it after; with no database chosen says
 // "Choose a navigation database first" and finds nothing.
 std::vector<WaypointRecord> SearchWaypoints(std::u16string_view text);
 

@@ -128,11 +128,11 @@ int RunAddWaypoint(QWidget* parent) {
 class WaypointListWidget : public DialogFrame {
   public:
     WaypointListWidget(QWidget* parent, const QString& title) : DialogFrame(parent, title) {
-        Body()->addWidget(new QLabel(ToQString(g_app.NavDatabaseName.utf8()), this));
+        Body()->addWidget(new QLabel(ToQString(g_app.settings.NavDatabaseName.utf8()), this));
         auto* row = new QHBoxLayout;
         search_ = new QLineEdit(this);
         search_->setObjectName("search");
-        search_->setPlaceholderText(g_app.NavSearchKey == schema::kWptIdent
+        search_->setPlaceholderText(g_app.nav.NavSearchKey == schema::kWptIdent
                                         ? QStringLiteral("ICAO code")
                                         : QStringLiteral("Name"));
         auto* find = new QPushButton(QStringLiteral("Find"), this);

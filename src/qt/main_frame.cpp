@@ -251,8 +251,8 @@ void MainFrame::ShowLatLonReadout(bool shown) {
     // Over the instruments the readout would hide the card: it goes below it instead, under
     // the AERIX rose beside the range box, between the HSI's bottom corners.
     QRect at = kLatLonReadoutAt;
-    if (g_app.ViewMode == kViewInstruments)
-        at = g_app.InstrumentAerix ? QRect(2, 199, 174, 14) : QRect(51, 238, 138, 16);
+    if (g_app.settings.ViewMode == kViewInstruments)
+        at = g_app.view.InstrumentAerix ? QRect(2, 199, 174, 14) : QRect(51, 238, 138, 16);
     latLon_->setGeometry(at);
     latLon_->setVisible(shown);
 }
@@ -291,7 +291,7 @@ void MainFrame::InvalidateView() {
 
 void MainFrame::UpdateReadouts() {
     if (latLon_ && latLon_->isVisible()) {
-        QString text = QString::fromStdU16String(std::u16string(g_app.Fix.positionText.view()));
+        QString text = QString::fromStdU16String(std::u16string(g_app.gps.Fix.positionText.view()));
         if (latLon_->text() != text)
             latLon_->setText(text);
     }

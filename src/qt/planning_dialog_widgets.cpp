@@ -53,7 +53,7 @@ class SectorWidget : public DialogFrame {
         auto* searchRow = new QHBoxLayout;
         search_ = new QLineEdit(this);
         search_->setObjectName("search");
-        search_->setPlaceholderText(g_app.IcaoSearch ? QStringLiteral("ICAO code")
+        search_->setPlaceholderText(g_app.settings.IcaoSearch ? QStringLiteral("ICAO code")
                                                      : QStringLiteral("Waypoint name"));
         auto* find = new QPushButton(QStringLiteral("Find"), this);
         find->setObjectName("find");
@@ -196,12 +196,12 @@ int RunNewSector(QWidget* parent) {
 
 int RunInsertSector(QWidget* parent) {
     SectorWidget dialog(parent, QStringLiteral("Insert a sector"),
-                        SectorDialog::ForInsert(g_app.HighlightedSector));
+                        SectorDialog::ForInsert(g_app.plan.HighlightedSector));
     return dialog.Run();
 }
 
 int RunEditSector(QWidget* parent) {
-    auto model = SectorDialog::ForEdit(g_app.HighlightedSector);
+    auto model = SectorDialog::ForEdit(g_app.plan.HighlightedSector);
     if (!model) {
         platform::ShowError("No sector to edit - add one with New sector");
         return kDialogCancel;

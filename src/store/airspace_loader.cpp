@@ -19,8 +19,8 @@ struct FileCloser {
 };
 
 bool InsideArea(std::int32_t latitude, std::int32_t longitude) {
-    return g_app.AreaSouth <= latitude && latitude <= g_app.AreaNorth &&
-           g_app.AreaWest <= longitude && longitude <= g_app.AreaEast;
+    return g_app.nav.AreaSouth <= latitude && latitude <= g_app.nav.AreaNorth &&
+           g_app.nav.AreaWest <= longitude && longitude <= g_app.nav.AreaEast;
 }
 
 class AirspaceReader {
@@ -68,14 +68,14 @@ class AirspaceReader {
 }  // namespace
 
 void LoadAirspaceFrom(const std::filesystem::path& file) {
-    g_app.AirspaceOverlay.assign(kAirspaceBlockEntries, AirspaceEntry{});
+    g_app.nav.AirspaceOverlay.assign(kAirspaceBlockEntries, AirspaceEntry{});
     std::unique_ptr<std::FILE, FileCloser> in(std::fopen(file.c_str(), "rb"));
     if (!in) {
         // The count is left alone; at start-up it is still 0.
         platform::ShowError("Could not open airspace txt file. Error:");
         return;
     }
-    AirspaceReader reader(g_app.AirspaceOverlay);
+    AirspaceReader reader(g_app.nav.AirspaceOverlay);
     std::string line;
     bool overlong = false;
     char chunk[65536];
@@ -105,9 +105,9 @@ void LoadAirspaceFrom(const std::filesystem::path& file) {
         }
     }
     // A last line without a line feed is not taken.
-    g_app.AirspaceEntryCount = static_cast<std::uint32_t>(reader.Kept());
-    g_app.AirspaceOverlay.resize(reader.Kept());
-    g_app.AirspaceOverlay.shrink_to_fit();
+    g_app.nav.AirspaceEntryCount = static_cast<std::uint32_t>(reader.Kept());
+    g_app.nav.AirspaceOverlay.resize(reader.Kept());
+    g_app.nav.AirspaceOverlay.shrink_to_fit();
 }
 
 void LoadAirspace() {

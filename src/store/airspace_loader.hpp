@@ -1,5 +1,5 @@
 // Loads the airspace outlines of "\My Documents\aerix\EuroAip.txt" that lie in the area bounds
-// into g_app.AirspaceOverlay.
+// into g_app.nav.AirspaceOverlay.
 #pragma once
 
 #include <cstddef>

@@ -39,8 +39,8 @@ int ChooseNavDatabase() {
     auto name = DatabaseNameOf(*chosen);
     if (!name)
         return -1;
-    g_app.NavDatabaseName.assign(*name);
-    g_app.ArraysPending = 1;
+    g_app.settings.NavDatabaseName.assign(*name);
+    g_app.nav.ArraysPending = 1;
     return 0;
 }
 
@@ -51,7 +51,7 @@ void DeleteNavDatabase() {
     auto name = DatabaseNameOf(*chosen);
     if (!name)
         return;
-    if (*name == g_app.NavDatabaseName.view()) {
+    if (*name == g_app.settings.NavDatabaseName.view()) {
         platform::ShowError("Cannot delete - active database");
         return;
     }

@@ -39,7 +39,7 @@ bool FitText(const std::string& text, std::size_t chars, const char* message, st
 
 // The active database, mounted for one dialog operation. Says why when there is none.
 bool ActiveDatabaseChosen() {
-    if (g_app.NavDatabaseName.empty()) {
+    if (g_app.settings.NavDatabaseName.empty()) {
         platform::ShowError("No navigation database chosen");
         return false;
     }
@@ -93,8 +93,8 @@ bool NewNavDatabase(std::string_view nameText) {
             return false;
         }
     }
-    g_app.NavDatabaseName.assign(name);
-    g_app.ArraysPending = 1;
+    g_app.settings.NavDatabaseName.assign(name);
+    g_app.nav.ArraysPending = 1;
     return true;
 }
 
@@ -239,9 +239,9 @@ std::vector<NavListLine> ListNavDatabase(std::string_view searchText) {
     if (!ActiveDatabaseChosen())
         return lines;
     std::u16string search = Utf8ToUtf16(searchText);
-    NavVolumeScope volume(g_app.NavDatabaseName.view());
-    DbHandle h = OpenNavDatabase(g_app.NavDatabaseName.view(), schema::kWptName);
-    bool byIdent = g_app.NavSearchKey == schema::kWptIdent;
+    NavVolumeScope volume(g_app.settings.NavDatabaseName.view());
+    DbHandle h = OpenNavDatabase(g_app.settings.NavDatabaseName.view(), schema::kWptName);
+    bool byIdent = g_app.nav.NavSearchKey == schema::kWptIdent;
     for (std::uint32_t index = 0;; ++index) {
         WaypointRecord w;
         platform::CeOid oid = ReadWaypoint(h, kFromCurrent, 0, w);
@@ -260,19 +260,19 @@ bool AddWaypoint(const WaypointForm& form) {
         return false;
     if (r.FurtherTexts[kWptSource].empty())
         r.FurtherTexts[kWptSource] = u"user";
-    NavVolumeScope volume(g_app.NavDatabaseName.view());
-    DbHandle h = OpenNavDatabase(g_app.NavDatabaseName.view(), schema::kWptName);
+    NavVolumeScope volume(g_app.settings.NavDatabaseName.view());
+    DbHandle h = OpenNavDatabase(g_app.settings.NavDatabaseName.view(), schema::kWptName);
     if (!h || WriteWaypoint(h, r) == 0)
         return false;
-    g_app.ArraysPending = 1;
+    g_app.nav.ArraysPending = 1;
     return true;
 }
 
 bool ReadWaypointForEdit(platform::CeOid oid, WaypointForm& form) {
     if (!ActiveDatabaseChosen())
         return false;
-    NavVolumeScope volume(g_app.NavDatabaseName.view());
-    DbHandle h = OpenNavDatabase(g_app.NavDatabaseName.view(), schema::kWptName);
+    NavVolumeScope volume(g_app.settings.NavDatabaseName.view());
+    DbHandle h = OpenNavDatabase(g_app.settings.NavDatabaseName.view(), schema::kWptName);
     WaypointRecord r;
     if (!h || ReadWaypoint(h, kByOid, oid, r) == 0)
         return false;
@@ -284,21 +284,21 @@ bool EditWaypoint(platform::CeOid oid, const WaypointForm& form) {
     WaypointRecord r;
     if (!ActiveDatabaseChosen() || !WaypointFromForm(form, r))
         return false;
-    NavVolumeScope volume(g_app.NavDatabaseName.view());
-    DbHandle h = OpenNavDatabase(g_app.NavDatabaseName.view(), schema::kWptName);
+    NavVolumeScope volume(g_app.settings.NavDatabaseName.view());
+    DbHandle h = OpenNavDatabase(g_app.settings.NavDatabaseName.view(), schema::kWptName);
     if (!h || WriteWaypoint(h, r, oid) == 0)
         return false;
-    g_app.ArraysPending = 1;
+    g_app.nav.ArraysPending = 1;
     return true;
 }
 
 bool DeleteWaypointAt(std::uint32_t index) {
     if (!ActiveDatabaseChosen() || !platform::AskWarning("Delete waypoint - Are you sure?"))
         return false;
-    NavVolumeScope volume(g_app.NavDatabaseName.view());
+    NavVolumeScope volume(g_app.settings.NavDatabaseName.view());
     if (!DeleteWaypoint(index))
         return false;
-    g_app.ArraysPending = 1;
+    g_app.nav.ArraysPending = 1;
     return true;
 }
 

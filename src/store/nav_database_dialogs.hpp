@@ -50,7 +50,7 @@ bool WaypointFromForm(const WaypointForm& form, WaypointRecord& r);
 bool ParsePositionText(std::string_view text, bool latitude, std::int32_t* centiMinutes);
 
 // The active database's waypoints in name order, filtered by the waypoint search: the name (or,
-// with the ICAO search, the ident: g_app.NavSearchKey) must contain search, letter case counting.
+// with the ICAO search, the ident: g_app.nav.NavSearchKey) must contain search, letter case counting.
 struct NavListLine {
     std::uint32_t index = 0;  // position in name order, for delete
     platform::CeOid oid = 0;  // for edit

@@ -13,8 +13,8 @@ namespace aerix {
 namespace {
 
 bool InsideArea(std::int32_t latitude, std::int32_t longitude) {
-    return g_app.AreaSouth <= latitude && latitude <= g_app.AreaNorth &&
-           g_app.AreaWest <= longitude && longitude <= g_app.AreaEast;
+    return g_app.nav.AreaSouth <= latitude && latitude <= g_app.nav.AreaNorth &&
+           g_app.nav.AreaWest <= longitude && longitude <= g_app.nav.AreaEast;
 }
 
 // Copies the six properties the displays need. A property the record lacks leaves the entry's
@@ -59,7 +59,7 @@ void CopyInto(const std::vector<platform::PropVal>& props, NavEntry& entry) {
 void LoadNavDatabase() {
     MountNavVolume();  // a failure has been said; the open is tried all the same
     std::uint32_t records = 0;
-    DbHandle h = OpenNavDatabase(g_app.NavDatabaseName.view(), schema::kWptName, &records);
+    DbHandle h = OpenNavDatabase(g_app.settings.NavDatabaseName.view(), schema::kWptName, &records);
     if (!h) {
         platform::ShowError("Could not open nav database. Error:");
         return;
@@ -67,12 +67,12 @@ void LoadNavDatabase() {
     platform::Ui& ui = *platform::Sys().ui;
     ui.SetWaitCursor(true);
     // One block sized from the record count; no growth while reading.
-    g_app.NavDatabase.assign(records, NavEntry{});
+    g_app.nav.NavDatabase.assign(records, NavEntry{});
     std::size_t kept = 0;
     std::vector<platform::PropVal> props;
     // The block is full only when records were added after the count was taken.
-    while (kept < g_app.NavDatabase.size() && h.Read(props) != 0) {
-        NavEntry& entry = g_app.NavDatabase[kept];
+    while (kept < g_app.nav.NavDatabase.size() && h.Read(props) != 0) {
+        NavEntry& entry = g_app.nav.NavDatabase[kept];
         CopyInto(props, entry);
         if (InsideArea(entry.latitude, entry.longitude))
             ++kept;  // an entry outside is overwritten by the next record
@@ -80,9 +80,9 @@ void LoadNavDatabase() {
     h.Close();
     UnmountNavVolume();
     ui.SetWaitCursor(false);
-    g_app.NavEntryCount = static_cast<std::uint32_t>(kept);
-    g_app.NavDatabase.resize(kept);
-    g_app.NavDatabase.shrink_to_fit();
+    g_app.nav.NavEntryCount = static_cast<std::uint32_t>(kept);
+    g_app.nav.NavDatabase.resize(kept);
+    g_app.nav.NavDatabase.shrink_to_fit();
 }
 
 }  // namespace aerix

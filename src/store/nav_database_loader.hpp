@@ -1,5 +1,5 @@
-// Loads the waypoints of the active navigation database (g_app.NavDatabaseName) that lie in the
-// area bounds into g_app.NavDatabase, for the displays and the waypoint search in flight.
+// Loads the waypoints of the active navigation database (g_app.settings.NavDatabaseName) that lie in the
+// area bounds into g_app.nav.NavDatabase, for the displays and the waypoint search in flight.
 #pragma once
 
 namespace aerix {

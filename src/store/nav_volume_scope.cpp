@@ -10,11 +10,11 @@ std::u16string NavVolumePathOf(std::u16string_view databaseName) {
     return u"\\My Documents\\aerix\\" + std::u16string(databaseName) + u".CDB";
 }
 
-NavVolumeScope::NavVolumeScope(std::u16string_view databaseName) : previous_(g_app.NavVolumeGuid) {
+NavVolumeScope::NavVolumeScope(std::u16string_view databaseName) : previous_(g_app.nav.NavVolumeGuid) {
     Mount(platform::Sys().root->ResolveForWrite(NavVolumePathOf(databaseName)));
 }
 
-NavVolumeScope::NavVolumeScope(const AtFile& at) : previous_(g_app.NavVolumeGuid) {
+NavVolumeScope::NavVolumeScope(const AtFile& at) : previous_(g_app.nav.NavVolumeGuid) {
     Mount(at.file);
 }
 
@@ -25,13 +25,13 @@ void NavVolumeScope::Mount(const std::filesystem::path& file) {
         return;
     }
     guid_ = guid;
-    g_app.NavVolumeGuid = guid.value;
+    g_app.nav.NavVolumeGuid = guid.value;
 }
 
 NavVolumeScope::~NavVolumeScope() {
     if (Mounted())
         platform::Sys().store->UnmountVolume(guid_);
-    g_app.NavVolumeGuid = previous_;
+    g_app.nav.NavVolumeGuid = previous_;
 }
 
 }  // namespace aerix

@@ -14,7 +14,7 @@ namespace aerix {
 std::u16string NavVolumePathOf(std::u16string_view databaseName);
 
 // Mounts the volume (created empty when missing) and makes it the nav volume the record store's
-// nav operations use (g_app.NavVolumeGuid) until the scope ends; then unmounts it and puts the
+// nav operations use (g_app.nav.NavVolumeGuid) until the scope ends; then unmounts it and puts the
 // previous nav volume back. A mount failure says "Could not create database volume".
 class NavVolumeScope {
   public:

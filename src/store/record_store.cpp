@@ -56,7 +56,7 @@ void TellFailure(const char* otherwise) {
 }
 
 VolumeGuid NavVolume() {
-    return VolumeGuid{g_app.NavVolumeGuid};
+    return VolumeGuid{g_app.nav.NavVolumeGuid};
 }
 
 CeOid Create(std::u16string_view name, std::uint32_t type, std::vector<SortOrder> sorts,
@@ -72,7 +72,7 @@ CeOid Create(std::u16string_view name, std::uint32_t type, std::vector<SortOrder
 DbHandle OpenIn(VolumeGuid volume, std::u16string_view name, std::uint32_t sortProp,
                 std::uint32_t* recordCount, const char* failure) {
     DbHandle h = Store().OpenDatabase(volume, name, sortProp, platform::kOpenAutoIncrement);
-    g_app.LastOpenedDatabaseId = h.DatabaseOid();
+    g_app.nav.LastOpenedDatabaseId = h.DatabaseOid();
     if (!h) {
         if (failure)
             TellFailure(failure);
@@ -196,9 +196,9 @@ DbHandle OpenEnvelopes(std::uint32_t* recordCount) {
 
 DbHandle OpenNavDatabase(std::u16string_view name, std::uint32_t sortProp,
                          std::uint32_t* recordCount) {
-    if (g_app.NavVolumeGuid == 0) {
+    if (g_app.nav.NavVolumeGuid == 0) {
         // No volume is mounted: never fall back on the object store's own databases.
-        g_app.LastOpenedDatabaseId = 0;
+        g_app.nav.LastOpenedDatabaseId = 0;
         platform::ShowError("Could not open Nav database");
         return {};
     }
@@ -231,9 +231,9 @@ CeOid ReadEnvelopePoint(DbHandle& h, std::uint32_t mode, std::uint32_t value,
 }
 
 bool ReadActivePlanSector(std::uint32_t index, SectorRecord& r) {
-    if (g_app.ActivePlanName.empty())
+    if (g_app.settings.ActivePlanName.empty())
         return false;
-    DbHandle h = Store().OpenDatabase(kObjectStoreVolume, g_app.ActivePlanName.view(),
+    DbHandle h = Store().OpenDatabase(kObjectStoreVolume, g_app.settings.ActivePlanName.view(),
                                       schema::kSecNumber, platform::kOpenAutoIncrement);
     return ReadSector(h, kByIndex, index, r) != 0;
 }
@@ -243,7 +243,7 @@ int ReadNavSearch(DbHandle& h, std::u16string_view search, std::u16string& text)
     w.Name = text;
     if (ReadWaypoint(h, kFromCurrent, 0, w) == 0)
         return -1;
-    text = g_app.NavSearchKey == schema::kWptIdent ? w.Ident : w.Name;
+    text = g_app.nav.NavSearchKey == schema::kWptIdent ? w.Ident : w.Name;
     return text.find(search) != std::u16string::npos ? 1 : 0;
 }
 
@@ -282,7 +282,7 @@ CeOid WriteEnvelopePoint(DbHandle& h, const EnvelopePointRecord& r, CeOid oid) {
 // --- delete ---
 
 bool DeleteWaypoint(std::uint32_t index) {
-    return DeleteAt(OpenNavDatabase(g_app.NavDatabaseName.view(), schema::kWptName), index);
+    return DeleteAt(OpenNavDatabase(g_app.settings.NavDatabaseName.view(), schema::kWptName), index);
 }
 bool DeleteMap(std::uint32_t index) {
     return DeleteAt(OpenDatabase(schema::kMapsName, schema::kMapPath), index);
@@ -307,8 +307,8 @@ bool DeleteEnvelopePoint(CeOid oid) {
 bool DeleteSector(std::uint32_t index) {
     std::uint32_t countAtOpen = 0;
     bool deleted = DeleteAt(
-        OpenDatabase(g_app.ActivePlanName.view(), schema::kSecNumber, &countAtOpen), index);
-    std::uint32_t loaded = g_app.PlanSectorCount;
+        OpenDatabase(g_app.settings.ActivePlanName.view(), schema::kSecNumber, &countAtOpen), index);
+    std::uint32_t loaded = g_app.plan.PlanSectorCount;
     if (loaded != 0 && loaded + 1 != countAtOpen) {
         std::function<void()> hook;
         {
@@ -351,7 +351,7 @@ std::vector<std::u16string> DatabaseNames(std::uint32_t type) {
 // --- nav volume ---
 
 std::u16string NavVolumePath() {
-    return u"\\My Documents\\aerix\\" + std::u16string(g_app.NavDatabaseName.view()) + u".CDB";
+    return u"\\My Documents\\aerix\\" + std::u16string(g_app.settings.NavDatabaseName.view()) + u".CDB";
 }
 
 bool MountNavVolume() {
@@ -361,14 +361,14 @@ bool MountNavVolume() {
         platform::ShowError("Could not create database volume");
         return false;
     }
-    g_app.NavVolumeGuid = guid.value;
+    g_app.nav.NavVolumeGuid = guid.value;
     return true;
 }
 
 void UnmountNavVolume() {
-    if (g_app.NavVolumeGuid != 0)
+    if (g_app.nav.NavVolumeGuid != 0)
         Store().UnmountVolume(NavVolume());
-    g_app.NavVolumeGuid = 0;
+    g_app.nav.NavVolumeGuid = 0;
 }
 
 }  // namespace aerix

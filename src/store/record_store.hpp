@@ -69,7 +69,7 @@ CeOid CreateEnvelopesDatabase();
 CeOid CreateNavDatabase(std::u16string_view name);
 
 // --- open: each form opens with auto-increment, stores the database's id (0 on failure) in
-// g_app.LastOpenedDatabaseId and, when recordCount is given, the database's record count ---
+// g_app.nav.LastOpenedDatabaseId and, when recordCount is given, the database's record count ---
 // A database of the object store by name ("Could not open database").
 DbHandle OpenDatabase(std::u16string_view name, std::uint32_t sortProp,
                       std::uint32_t* recordCount = nullptr);
@@ -94,7 +94,7 @@ CeOid ReadEnvelopePoint(DbHandle& h, std::uint32_t mode, std::uint32_t value,
 // is no such sector or no plan.
 bool ReadActivePlanSector(std::uint32_t index, SectorRecord& r);
 
-// Search read of the nav database: the current record's name (or, when g_app.NavSearchKey is the
+// Search read of the nav database: the current record's name (or, when g_app.nav.NavSearchKey is the
 // ident, its ident) into text. 1 when search occurs in it (case-sensitive), 0 when not, -1 when
 // there is no record to read.
 int ReadNavSearch(DbHandle& h, std::u16string_view search, std::u16string& text);
@@ -119,7 +119,7 @@ bool DeleteAircraft(std::uint32_t index);
 bool DeleteStation(CeOid oid);
 bool DeleteEnvelopePoint(CeOid oid);
 // Deletes a sector of the active plan, then recomputes the plan unless the loaded plan's sector
-// count (g_app.PlanSectorCount) is 0 or, plus one, equals the records the plan held before.
+// count (g_app.plan.PlanSectorCount) is 0 or, plus one, equals the records the plan held before.
 bool DeleteSector(std::uint32_t index);
 // What recomputes the active plan after a sector is deleted (the plan computation installs it).
 void SetSectorDeletedHook(std::function<void()> hook);
@@ -132,7 +132,7 @@ bool DatabaseOfType(CeOid oid, std::uint32_t type, std::u16string* name = nullpt
 std::vector<std::u16string> DatabaseNames(std::uint32_t type);
 
 // --- the nav volume "\My Documents\aerix\<NavDatabaseName>.CDB" ---
-// Mounts it (created empty when missing) and keeps its guid in g_app.NavVolumeGuid. On failure
+// Mounts it (created empty when missing) and keeps its guid in g_app.nav.NavVolumeGuid. On failure
 // says "Could not create database volume" and returns false.
 bool MountNavVolume();
 void UnmountNavVolume();

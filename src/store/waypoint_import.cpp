@@ -503,7 +503,7 @@ WaypointImportResult ImportWaypointsIntoMountedVolume(std::u16string_view databa
     WaypointImportResult result;
     // A database that is not there yet is made, not reported.
     DbHandle h =
-        platform::Sys().store->OpenDatabase(platform::VolumeGuid{g_app.NavVolumeGuid}, databaseName,
+        platform::Sys().store->OpenDatabase(platform::VolumeGuid{g_app.nav.NavVolumeGuid}, databaseName,
                                             schema::kWptName, platform::kOpenAutoIncrement);
     if (!h) {
         if (CreateNavDatabase(databaseName) == 0) {

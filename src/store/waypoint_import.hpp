@@ -62,7 +62,7 @@ struct WaypointImportResult {
 // missing. Records identical in all 19 properties to one already there are not added again.
 WaypointImportResult ImportWaypoints(std::u16string_view databaseName,
                                      std::span<const WaypointRecord> records);
-// The same into the nav volume mounted now (g_app.NavVolumeGuid, see NavVolumeScope).
+// The same into the nav volume mounted now (g_app.nav.NavVolumeGuid, see NavVolumeScope).
 WaypointImportResult ImportWaypointsIntoMountedVolume(std::u16string_view databaseName,
                                                       std::span<const WaypointRecord> records);
 

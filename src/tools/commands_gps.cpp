@@ -86,17 +86,17 @@ void AddGps(CLI::App& app, ToolContext& ctx) {
         ->check(CLI::NonNegativeNumber);
     cmd->callback([&ctx, a] {
         auto& platform = ctx.OpenPlatform();
-        g_app.PortName.assign(u"COM1:");
-        g_app.BaudRate = 4800;
+        g_app.settings.PortName.assign(u"COM1:");
+        g_app.settings.BaudRate = 4800;
         if (platform.Registry().KeyExists(kSettingsKey))
             LoadSettings();
         if (!a->port.empty()) {
             SetConfiguredPortName(Utf8ToUtf16(a->port));
         }
         if (a->baud)
-            g_app.BaudRate = a->baud;
-        g_app.RecordGpsData = a->record ? 1 : 0;
-        g_app.OverwriteGpsData = 0;
+            g_app.settings.BaudRate = a->baud;
+        g_app.settings.RecordGpsData = a->record ? 1 : 0;
+        g_app.settings.OverwriteGpsData = 0;
 
         std::atomic<bool> disconnected{false};
         SetFeedCommandSink([&](FeedCommand) { disconnected.store(true); });
@@ -104,17 +104,17 @@ void AddGps(CLI::App& app, ToolContext& ctx) {
         auto previous = std::signal(SIGINT, OnInterrupt);
         auto previousTerm = std::signal(SIGTERM, OnInterrupt);
 
-        g_app.GpsSource = kSourceRealtime;
+        g_app.settings.GpsSource = kSourceRealtime;
         bool opened = OpenGpsPort() == 0;
         auto& clock = *platform::Sys().clock;
         std::int64_t end = clock.NowMs() + static_cast<std::int64_t>(a->seconds * 1000);
-        std::uint64_t seen = g_app.PublishedFix.Sequence();
+        std::uint64_t seen = g_app.gps.PublishedFix.Sequence();
         while (opened && !disconnected.load() && !g_interrupted.load() &&
                (a->seconds <= 0 || clock.NowMs() < end)) {
-            std::uint64_t now = g_app.PublishedFix.WaitNewer(seen, 200);
+            std::uint64_t now = g_app.gps.PublishedFix.WaitNewer(seen, 200);
             if (now != seen) {
                 seen = now;
-                ctx.Out().Emit(FixJson(g_app.PublishedFix.Snapshot()));
+                ctx.Out().Emit(FixJson(g_app.gps.PublishedFix.Snapshot()));
                 std::cout.flush();
             }
         }
@@ -142,8 +142,8 @@ void SequenceLegs(int legIndex, const SimLegSource& source) {
     double distance = 0;
     CourseDistance(leg.startLatitude, leg.startLongitude, next.startLatitude, next.startLongitude,
                    course, distance, 0);
-    if (g_app.SimulatedDistance * kRadiansToNauticalMiles >= distance)
-        g_app.LegChange.store(1);
+    if (g_app.gps.SimulatedDistance * kRadiansToNauticalMiles >= distance)
+        g_app.leg.LegChange.store(1);
 }
 
 void AddSimulate(CLI::App& app, ToolContext& ctx) {
@@ -164,7 +164,7 @@ void AddSimulate(CLI::App& app, ToolContext& ctx) {
         LoadSettings();
         InstallPlanLegSource();
         if (!a->plan.empty())
-            g_app.ActivePlanName.assign(Utf8ToUtf16(a->plan));
+            g_app.settings.ActivePlanName.assign(Utf8ToUtf16(a->plan));
         platform::VirtualClock clock;
         platform::Services saved = platform::Sys();
         platform::Sys().clock = &clock;
@@ -175,7 +175,7 @@ void AddSimulate(CLI::App& app, ToolContext& ctx) {
             ++steps;
             Json line{{"step", steps}, {"leg", legIndex}, {"timeMs", clock.NowMs()}};
             // The fix object must outlive the loop over it.
-            const Json fix = FixJson(g_app.PublishedFix.Snapshot());
+            const Json fix = FixJson(g_app.gps.PublishedFix.Snapshot());
             for (auto& [key, value] : fix.items())
                 line[key] = value;
             ctx.Out().Emit(line);

@@ -41,7 +41,7 @@ void AddAirspaceLoad(CLI::App& app, ToolContext& ctx) {
     load->add_option("FILE", *file, "Airspace file (default: the data root's EuroAip.txt)");
     load->callback([&ctx, file] {
         auto& platform = ctx.OpenPlatform();
-        g_app.AirspaceEntryCount = 0;
+        g_app.nav.AirspaceEntryCount = 0;
         if (file->empty()) {
             LoadAirspace();
         } else {
@@ -50,7 +50,7 @@ void AddAirspaceLoad(CLI::App& app, ToolContext& ctx) {
         if (!ctx.Ui().Boxes().empty())
             throw ToolFailure("the airspace file could not be loaded");
         (void)platform;
-        ctx.Out().Emit({{"count", g_app.AirspaceEntryCount}});
+        ctx.Out().Emit({{"count", g_app.nav.AirspaceEntryCount}});
     });
 }
 
@@ -127,7 +127,7 @@ void AddImportWaypoints(CLI::App* import, ToolContext& ctx) {
 void ChooseDatabase(ToolContext& ctx, const std::string& db) {
     ctx.OpenPlatform();
     if (!db.empty()) {
-        g_app.NavDatabaseName.assign(Utf8ToUtf16(db));
+        g_app.settings.NavDatabaseName.assign(Utf8ToUtf16(db));
         return;
     }
     auto& hive = *platform::Sys().registry;
@@ -136,10 +136,10 @@ void ChooseDatabase(ToolContext& ctx, const std::string& db) {
         char16_t text[90] = {};
         std::uint32_t size = sizeof text - sizeof(char16_t);
         if (hive.QueryValue(key, u"CuDbase", nullptr, text, &size) == platform::kErrorSuccess)
-            g_app.NavDatabaseName.assign(text);
+            g_app.settings.NavDatabaseName.assign(text);
         hive.CloseKey(key);
     }
-    if (g_app.NavDatabaseName.empty())
+    if (g_app.settings.NavDatabaseName.empty())
         throw ToolFailure("no navigation database chosen: give --db NAME");
 }
 
@@ -168,9 +168,9 @@ void AddNavDb(CLI::App& app, ToolContext& ctx) {
         LoadNavDatabase();
         if (!ctx.Ui().Boxes().empty())
             throw ToolFailure("the navigation database could not be loaded");
-        ctx.Out().Emit({{"count", g_app.NavEntryCount}});
+        ctx.Out().Emit({{"count", g_app.nav.NavEntryCount}});
         if (*list) {
-            for (const NavEntry& e : g_app.NavDatabase) {
+            for (const NavEntry& e : g_app.nav.NavDatabase) {
                 Json j = EntryJson(e.name.view(), e.ident.view(), e.latitude, e.longitude, e.type);
                 j["extra"] = e.extra.utf8();
                 ctx.Out().Emit(j);
@@ -189,11 +189,11 @@ void AddNavDb(CLI::App& app, ToolContext& ctx) {
     search->add_option("--db", *searchDb, "Database name (default: the chosen one, CuDbase)");
     search->callback([&ctx, text, icao, searchDb] {
         ChooseDatabase(ctx, *searchDb);
-        g_app.NavSearchKey = *icao ? schema::kWptIdent : schema::kWptName;
+        g_app.nav.NavSearchKey = *icao ? schema::kWptIdent : schema::kWptName;
         std::vector<Json> found;
         {
             MountNavVolume();
-            DbHandle h = OpenNavDatabase(g_app.NavDatabaseName.view(), g_app.NavSearchKey);
+            DbHandle h = OpenNavDatabase(g_app.settings.NavDatabaseName.view(), g_app.nav.NavSearchKey);
             std::u16string needle = Utf8ToUtf16(*text), key;
             int match;
             while (h && (match = ReadNavSearch(h, needle, key)) >= 0) {

@@ -159,18 +159,18 @@ SectorEnd Resolve(ToolContext& ctx, const std::string& text) {
     std::size_t before = ctx.Ui().BoxTexts().size();
     std::u16string wide = Utf8ToUtf16(text);
     auto found = SearchWaypoints(wide);
-    if (found.empty() && g_app.IcaoSearch == 0 && ctx.Ui().BoxTexts().size() == before) {
-        g_app.IcaoSearch = 1;
+    if (found.empty() && g_app.settings.IcaoSearch == 0 && ctx.Ui().BoxTexts().size() == before) {
+        g_app.settings.IcaoSearch = 1;
         for (auto& w : SearchWaypoints(wide))
             if (w.Ident == wide)
                 found.push_back(std::move(w));
-        g_app.IcaoSearch = 0;
+        g_app.settings.IcaoSearch = 0;
     }
     if (found.empty()) {
         if (ctx.Ui().BoxTexts().size() > before)
             FailWithBox(ctx, before, "");
         throw ToolFailure("no waypoint matches \"" + text + "\" in " +
-                          g_app.NavDatabaseName.utf8());
+                          g_app.settings.NavDatabaseName.utf8());
     }
     std::vector<WaypointRecord> exact;
     for (const auto& w : found)
@@ -262,16 +262,16 @@ void RunSectorDialog(ToolContext& ctx, SectorDialog& d) {
     std::size_t before = ctx.Ui().BoxTexts().size();
     if (d.Ok() != 1)
         FailWithBox(ctx, before, "sector not written");
-    ctx.Out().Emit({{"plan", g_app.ActivePlanName.utf8()}, {"sectors", g_app.PlanSectorCount}});
+    ctx.Out().Emit({{"plan", g_app.settings.ActivePlanName.utf8()}, {"sectors", g_app.plan.PlanSectorCount}});
 }
 
 void UseDb(const SectorArgs& a) {
-    if (g_app.ActivePlanName.empty())
+    if (g_app.settings.ActivePlanName.empty())
         throw ToolFailure("no active plan: make one with plan new NAME");
     if (!a.db.empty())
-        g_app.NavDatabaseName.assign(Utf8ToUtf16(a.db));
+        g_app.settings.NavDatabaseName.assign(Utf8ToUtf16(a.db));
     // The setting is back to 0 at every start, so a run of the tool chooses it itself.
-    g_app.IcaoSearch = a.icao ? 1 : 0;
+    g_app.settings.IcaoSearch = a.icao ? 1 : 0;
 }
 
 bool IsPlan(const std::string& name) {
@@ -304,14 +304,14 @@ Json LogJson(const FlightLogRow& r) {
 void PrintPlan(ToolContext& ctx) {
     FlightLog log = BuildFlightLog();
     if (!ctx.Out().IsJson()) {
-        std::cout << "Plan " << g_app.ActivePlanName.utf8() << ", aircraft "
-                  << g_app.AircraftReg.utf8() << "\n"
-                  << FlightLogTable(log, FuelUnitName(g_app.FuelUnits));
+        std::cout << "Plan " << g_app.settings.ActivePlanName.utf8() << ", aircraft "
+                  << g_app.settings.AircraftReg.utf8() << "\n"
+                  << FlightLogTable(log, FuelUnitName(g_app.aircraft.FuelUnits));
         return;
     }
     // Each sector shaped as "db dump" prints a record, then the totals.
     auto h = platform::Sys().store->OpenDatabase(platform::kObjectStoreVolume,
-                                                 g_app.ActivePlanName.view(), schema::kSecNumber,
+                                                 g_app.settings.ActivePlanName.view(), schema::kSecNumber,
                                                  platform::kOpenAutoIncrement);
     std::vector<PropVal> props;
     for (std::size_t row = 0; h; ++row) {
@@ -350,7 +350,7 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
         StartUp(ctx);
         for (const auto& name : ListPlans())
             ctx.Out().Emit(
-                {{"name", Utf16ToUtf8(name)}, {"active", name == g_app.ActivePlanName.view()}});
+                {{"name", Utf16ToUtf8(name)}, {"active", name == g_app.settings.ActivePlanName.view()}});
     });
 
     auto name = std::make_shared<std::string>();
@@ -368,7 +368,7 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
         if (ctx.Ui().BoxTexts().size() > before)
             FailWithBox(ctx, before, "");
         SaveSettings();
-        ctx.Out().Emit({{"plan", *name}, {"id", g_app.CurrentPlanId}});
+        ctx.Out().Emit({{"plan", *name}, {"id", g_app.settings.CurrentPlanId}});
     });
 
     auto* open = plan->add_subcommand("open", "Makes a plan active and recomputes it");
@@ -384,7 +384,7 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
         d.Choose(static_cast<int>(it - entries.begin()));
         AfterPlanOpened();
         SaveSettings();
-        ctx.Out().Emit({{"plan", *name}, {"sectors", g_app.PlanSectorCount}});
+        ctx.Out().Emit({{"plan", *name}, {"sectors", g_app.plan.PlanSectorCount}});
     });
 
     auto* del = plan->add_subcommand("delete", "Deletes a plan that is not the active one");
@@ -412,7 +412,7 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
         if (!name->empty()) {
             if (!IsPlan(*name))
                 throw ToolFailure("no plan named \"" + *name + "\"");
-            g_app.ActivePlanName.assign(Utf8ToUtf16(*name));
+            g_app.settings.ActivePlanName.assign(Utf8ToUtf16(*name));
         }
         PrintPlan(ctx);
     });
@@ -439,7 +439,7 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
         StartUp(ctx);
         UseDb(*sa);
         SectorDialog d =
-            SectorDialog::ForInsert(ZeroBased(sa->index, g_app.PlanSectorCount, "sector"));
+            SectorDialog::ForInsert(ZeroBased(sa->index, g_app.plan.PlanSectorCount, "sector"));
         ApplySectorOptions(ctx, d, *sa);
         RunSectorDialog(ctx, d);
     });
@@ -452,7 +452,7 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
     edit->callback([&ctx, sa] {
         StartUp(ctx);
         UseDb(*sa);
-        auto d = SectorDialog::ForEdit(ZeroBased(sa->index, g_app.PlanSectorCount, "sector"));
+        auto d = SectorDialog::ForEdit(ZeroBased(sa->index, g_app.plan.PlanSectorCount, "sector"));
         if (!d)
             throw ToolFailure("cannot read sector " + std::to_string(sa->index));
         if (!sa->from.empty()) {
@@ -470,9 +470,9 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
     remove->callback([&ctx, index] {
         StartUp(ctx);
         std::size_t before = ctx.Ui().BoxTexts().size();
-        if (!DeletePlanSector(ZeroBased(*index, g_app.PlanSectorCount, "sector")))
+        if (!DeletePlanSector(ZeroBased(*index, g_app.plan.PlanSectorCount, "sector")))
             FailWithBox(ctx, before, "sector not deleted");
-        ctx.Out().Emit({{"plan", g_app.ActivePlanName.utf8()}, {"sectors", g_app.PlanSectorCount}});
+        ctx.Out().Emit({{"plan", g_app.settings.ActivePlanName.utf8()}, {"sectors", g_app.plan.PlanSectorCount}});
     });
 
     plan->add_subcommand("reverse", "Reverses the active plan and recomputes its route")
@@ -482,7 +482,7 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
             if (!ReversePlan())
                 FailWithBox(ctx, before, "plan not reversed");
             ctx.Out().Emit(
-                {{"plan", g_app.ActivePlanName.utf8()}, {"sectors", g_app.PlanSectorCount}});
+                {{"plan", g_app.settings.ActivePlanName.utf8()}, {"sectors", g_app.plan.PlanSectorCount}});
         });
 
     auto airspeeds = std::make_shared<bool>(false);
@@ -493,7 +493,7 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
         std::size_t before = ctx.Ui().BoxTexts().size();
         if (!RecomputePlanRoute(*airspeeds ? 1 : 0))
             FailWithBox(ctx, before, "plan not recomputed");
-        ctx.Out().Emit({{"plan", g_app.ActivePlanName.utf8()}, {"sectors", g_app.PlanSectorCount}});
+        ctx.Out().Emit({{"plan", g_app.settings.ActivePlanName.utf8()}, {"sectors", g_app.plan.PlanSectorCount}});
     });
 }
 
@@ -532,8 +532,8 @@ void AddFuel(CLI::App& app, ToolContext& ctx) {
         }
         out["total"] = d.Total();
         // A sector that cannot be flown leaves no trip figure, and no total to load.
-        out["tripFuel"] = d.Flyable() ? Json(g_app.PlanTripFuel) : Json(std::string(kUnknownFuel));
-        out["totalFuel"] = d.Flyable() || !d.CalculateChecked() ? Json(g_app.PlanTotalFuel)
+        out["tripFuel"] = d.Flyable() ? Json(g_app.aircraft.PlanTripFuel) : Json(std::string(kUnknownFuel));
+        out["totalFuel"] = d.Flyable() || !d.CalculateChecked() ? Json(g_app.aircraft.PlanTotalFuel)
                                                                 : Json(std::string(kUnknownFuel));
         d.Close(1);
         ctx.Out().Emit(out);
@@ -548,7 +548,7 @@ void AddAircraft(CLI::App& app, ToolContext& ctx) {
         for (const AircraftRecord& a : ListAircraft()) {
             ctx.Out().Emit({{"registration", Utf16ToUtf8(a.Name)},
                             {"type", Utf16ToUtf8(a.TypeDesignator)},
-                            {"current", a.Name == g_app.AircraftReg.view()},
+                            {"current", a.Name == g_app.settings.AircraftReg.view()},
                             {"climbTas", a.ClimbTas},
                             {"climbFuelFlow", a.ClimbFuelFlow},
                             {"cruiseTas", a.CruiseTas},
@@ -571,7 +571,7 @@ void AddAircraft(CLI::App& app, ToolContext& ctx) {
         if (!RecomputePlan(1))
             FailWithBox(ctx, before, "plan not recomputed");
         SaveSettings();
-        ctx.Out().Emit({{"aircraft", *reg}, {"plan", g_app.ActivePlanName.utf8()}});
+        ctx.Out().Emit({{"aircraft", *reg}, {"plan", g_app.settings.ActivePlanName.utf8()}});
     });
 }
 

@@ -64,7 +64,7 @@ void PublishFix(const MapArgs& a) {
     fix.positionKnown = true;
     fix.magneticTrack = std::fmod(fix.trueTrack + fix.magneticVariation + 360.0, 360.0);
     fix.groundSpeed = a.speed;
-    g_app.PublishedFix.Publish(fix);
+    g_app.gps.PublishedFix.Publish(fix);
     TakeFixSnapshot();
     FormatPosition();
 }
@@ -82,8 +82,8 @@ void RenderMap(ToolContext& ctx, const MapArgs& a) {
     if (!a.plan.empty())
         OpenPlanNamed(a.plan);  // for this picture only: the settings keep the active plan
 
-    g_app.ViewMode = kViewMap;
-    g_app.MapZoom = a.zoom;
+    g_app.settings.ViewMode = kViewMap;
+    g_app.view.MapZoom = a.zoom;
     PublishFix(a);
 
     platform::Bitmap frame(240, 320);
@@ -95,8 +95,8 @@ void RenderMap(ToolContext& ctx, const MapArgs& a) {
     ctx.Out().Emit({{"out", a.out},
                     {"width", frame.Width()},
                     {"height", frame.Height()},
-                    {"map", g_app.MapLoaded ? g_app.CurrentMapPath.utf8() : std::string()},
-                    {"position", g_app.Fix.positionText.utf8()}});
+                    {"map", g_app.view.MapLoaded ? g_app.view.CurrentMapPath.utf8() : std::string()},
+                    {"position", g_app.gps.Fix.positionText.utf8()}});
 }
 
 void RenderInstruments(ToolContext& ctx, const MapArgs& a, bool aerix) {
@@ -108,16 +108,16 @@ void RenderInstruments(ToolContext& ctx, const MapArgs& a, bool aerix) {
     if (std::filesystem::exists(platform::Sys().root->Resolve(kAirspaceFile)))
         LoadAirspace();
     if (!a.database.empty())
-        g_app.NavDatabaseName.assign(Utf8ToUtf16(a.database));
-    if (!g_app.NavDatabaseName.empty())
+        g_app.settings.NavDatabaseName.assign(Utf8ToUtf16(a.database));
+    if (!g_app.settings.NavDatabaseName.empty())
         LoadNavDatabase();
-    g_app.ArraysPending = 0;
+    g_app.nav.ArraysPending = 0;
 
-    g_app.ViewMode = kViewInstruments;
-    g_app.InstrumentAerix = aerix ? 1 : 0;
-    g_app.InstrumentCentreX = aerix ? 215 : 120;
-    g_app.InstrumentCentreY = aerix ? 193 : 135;
-    g_app.InstrumentRangeStep = a.range;
+    g_app.settings.ViewMode = kViewInstruments;
+    g_app.view.InstrumentAerix = aerix ? 1 : 0;
+    g_app.view.InstrumentCentreX = aerix ? 215 : 120;
+    g_app.view.InstrumentCentreY = aerix ? 193 : 135;
+    g_app.view.InstrumentRangeStep = a.range;
     PublishFix(a);
 
     InstrumentFrameInput in = PrepareInstrumentFrame();
@@ -137,12 +137,12 @@ void RenderInstruments(ToolContext& ctx, const MapArgs& a, bool aerix) {
                 {"height", frame.Height()},
                 {"view", aerix ? "aerix" : "hsi"},
                 {"range_nm", kRangePerStepNm * a.range},
-                {"waypoints_loaded", g_app.NavEntryCount},
-                {"airspace_loaded", g_app.AirspaceEntryCount},
-                {"position", g_app.Fix.positionText.utf8()}};
+                {"waypoints_loaded", g_app.nav.NavEntryCount},
+                {"airspace_loaded", g_app.nav.AirspaceEntryCount},
+                {"position", g_app.gps.Fix.positionText.utf8()}};
     if (in.leg.valid) {
         result["active_waypoint"] = Utf16ToUtf8(in.leg.bar.name);
-        result["active_sector"] = g_app.ActiveSectorIndex.load();
+        result["active_sector"] = g_app.leg.ActiveSectorIndex.load();
         result["bearing_true"] = in.leg.bar.bearing;
         if (in.leg.reference.Magnetic())
             result["bearing_magnetic"] = in.leg.reference.Shown(in.leg.bar.bearing);

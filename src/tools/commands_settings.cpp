@@ -11,10 +11,10 @@ void AddSettingsCommands(CLI::App& app, ToolContext& ctx) {
     auto* cmd = app.add_subcommand("settings", "The settings as the program loads them at start");
     cmd->callback([&ctx] {
         ctx.OpenPlatform();
-        g_app.PortName.assign(u"COM1:");  // preset by start-up before the settings load
+        g_app.settings.PortName.assign(u"COM1:");  // preset by start-up before the settings load
         CreateDefaultSettings();
         LoadSettings();
-        const AppState& s = g_app;
+        const SettingsState& s = g_app.settings;
         ctx.Out().Emit({
             {"AcReg", s.AircraftReg.utf8()},
             {"CuDbase", s.NavDatabaseName.utf8()},

@@ -102,7 +102,7 @@ void AddInit(CLI::App& app, ToolContext& ctx) {
         "init", "First start without a screen: default settings, settings load, default data");
     cmd->callback([&ctx] {
         ctx.OpenPlatform();
-        g_app.PortName.assign(u"COM1:");  // preset by start-up before the settings load
+        g_app.settings.PortName.assign(u"COM1:");  // preset by start-up before the settings load
         CreateDefaultSettings();
         LoadSettings();
         DefaultNavBuild world = CreateDefaultData();

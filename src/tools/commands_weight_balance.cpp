@@ -44,7 +44,7 @@ std::string Joined(const std::vector<std::string>& names) {
 
 // The aircraft named on the command line (or the current one), or a failure listing them all.
 AircraftRecord AircraftNamed(const std::string& reg, platform::CeOid* oid = nullptr) {
-    std::u16string name = reg.empty() ? std::u16string(g_app.AircraftReg.view()) : Utf8ToUtf16(reg);
+    std::u16string name = reg.empty() ? std::u16string(g_app.settings.AircraftReg.view()) : Utf8ToUtf16(reg);
     AircraftRecord a;
     if (!name.empty() && FindAircraft(name, a, oid))
         return a;
@@ -176,7 +176,7 @@ void ShowAircraft(ToolContext& ctx, const std::string& reg) {
     out["Weight units"] = WeightUnitName(a.WeightUnits);
     out["Fuel units"] = FuelUnitName(a.FuelUnits);
     out["Arm units"] = ArmUnitName(a.ArmUnits);
-    out["Current"] = a.Name == g_app.AircraftReg.view();
+    out["Current"] = a.Name == g_app.settings.AircraftReg.view();
     static const char* kKinds[] = {"", "basic", "fuel", "seats", "baggage"};
     Json stations = Json::array();
     for (const StoredStation& s : ReadStations(a.Name)) {

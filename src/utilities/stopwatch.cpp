@@ -14,10 +14,10 @@ void StopwatchDialog::Open() {
 
 void StopwatchDialog::Start() {
     display_ = "00:00:00";
-    g_app.StopwatchSeconds = 0;
-    g_app.StopwatchMinutes = 0;
-    g_app.StopwatchHours = 0;
-    g_app.StopwatchTimer = kTimerId;
+    g_app.stopwatch.StopwatchSeconds = 0;
+    g_app.stopwatch.StopwatchMinutes = 0;
+    g_app.stopwatch.StopwatchHours = 0;
+    g_app.stopwatch.StopwatchTimer = kTimerId;
     startMs_ = platform::Sys().clock->NowMs();
     ticks_ = 0;
 }
@@ -40,33 +40,33 @@ std::int64_t StopwatchDialog::MsToNextTick() const {
 }
 
 void StopwatchDialog::Tick() {
-    if (++g_app.StopwatchSeconds == 60) {
-        g_app.StopwatchSeconds = 0;
-        if (++g_app.StopwatchMinutes == 60) {
-            g_app.StopwatchMinutes = 0;
-            ++g_app.StopwatchHours;
+    if (++g_app.stopwatch.StopwatchSeconds == 60) {
+        g_app.stopwatch.StopwatchSeconds = 0;
+        if (++g_app.stopwatch.StopwatchMinutes == 60) {
+            g_app.stopwatch.StopwatchMinutes = 0;
+            ++g_app.stopwatch.StopwatchHours;
         }
     }
     Show();
 }
 
 void StopwatchDialog::Stop() {
-    g_app.StopwatchTimer = 0;
+    g_app.stopwatch.StopwatchTimer = 0;
 }
 
 int StopwatchDialog::Cancel() {
-    g_app.StopwatchTimer = 0;
+    g_app.stopwatch.StopwatchTimer = 0;
     return 2;
 }
 
 bool StopwatchDialog::Running() const {
-    return g_app.StopwatchTimer != 0;
+    return g_app.stopwatch.StopwatchTimer != 0;
 }
 
 void StopwatchDialog::Show() {
     char buf[40];
-    std::snprintf(buf, sizeof buf, "%02d:%02d:%02d", g_app.StopwatchHours, g_app.StopwatchMinutes,
-                  g_app.StopwatchSeconds);
+    std::snprintf(buf, sizeof buf, "%02d:%02d:%02d", g_app.stopwatch.StopwatchHours, g_app.stopwatch.StopwatchMinutes,
+                  g_app.stopwatch.StopwatchSeconds);
     display_ = buf;
 }
 

@@ -50,7 +50,7 @@ std::optional<double> ReadAngle(const SunDialog& dialog, SunDialog::Field first)
 
 void SunDialog::Open() {
     platform::Sys().ui->SetTitle(kTitle);
-    const GpsFix& fix = g_app.Fix;
+    const GpsFix& fix = g_app.gps.Fix;
     SplitAngle(fix.latitude, "%02d", fields_[kLatDegrees], fields_[kLatMinutes],
                fields_[kLatHundredths]);
     SplitAngle(fix.longitude, "%03d", fields_[kLonDegrees], fields_[kLonMinutes],

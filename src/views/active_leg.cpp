@@ -41,11 +41,11 @@ DataBarInfo BarTo(std::u16string name, double lat, double lon, double fromLat, d
 
 // Ends a direct-to whose waypoint has been reached: the plan goes on from there.
 void EndDirectTo(const std::vector<SectorRecord>& sectors) {
-    g_app.ActiveSectorIndex =
-        SectorAfterDirectTo(sectors, g_app.DirectToTargetLatitude, g_app.DirectToTargetLongitude,
-                            g_app.ActiveSectorIndex);
-    g_app.DirectToStartLatitude.store(0);
-    g_app.LegChange.store(1);
+    g_app.leg.ActiveSectorIndex =
+        SectorAfterDirectTo(sectors, g_app.leg.DirectToTargetLatitude, g_app.leg.DirectToTargetLongitude,
+                            g_app.leg.ActiveSectorIndex);
+    g_app.leg.DirectToStartLatitude.store(0);
+    g_app.leg.LegChange.store(1);
 }
 
 }  // namespace
@@ -92,36 +92,36 @@ ActiveLeg SequenceActiveLeg(const std::vector<SectorRecord>& sectors, double lat
     // Before the first fix the position is no position at all (0, 0 until a feed publishes), and
     // a feed started again still shows the last fix of the one before: a paint then must not skip
     // the legs the aircraft has not flown yet.
-    const bool anyFix = g_app.Fix.positionKnown;
+    const bool anyFix = g_app.gps.Fix.positionKnown;
     const bool haveFix = anyFix && FixSinceFeedStart();
 
-    if (g_app.DirectToStartLatitude.load() != 0) {
-        const double course = double(g_app.DirectToCourse.load());
-        DataBarInfo bar = BarTo(g_app.DirectToName, g_app.DirectToTargetLatitude,
-                                g_app.DirectToTargetLongitude, lat, lon, course);
+    if (g_app.leg.DirectToStartLatitude.load() != 0) {
+        const double course = double(g_app.leg.DirectToCourse.load());
+        DataBarInfo bar = BarTo(g_app.leg.DirectToName, g_app.leg.DirectToTargetLatitude,
+                                g_app.leg.DirectToTargetLongitude, lat, lon, course);
         if (haveFix && !bar.ahead) {
             EndDirectTo(sectors);
         } else {
             leg.valid = true;
             leg.direct = true;
             leg.bar = bar;
-            leg.startLatitude = g_app.DirectToStartLatitude.load();
-            leg.startLongitude = g_app.DirectToStartLongitude.load();
-            leg.endLatitude = g_app.DirectToTargetLatitude;
-            leg.endLongitude = g_app.DirectToTargetLongitude;
+            leg.startLatitude = g_app.leg.DirectToStartLatitude.load();
+            leg.startLongitude = g_app.leg.DirectToStartLongitude.load();
+            leg.endLatitude = g_app.leg.DirectToTargetLatitude;
+            leg.endLongitude = g_app.leg.DirectToTargetLongitude;
             leg.course = course;
         }
     }
 
-    if (!leg.direct && g_app.ActiveSectorIndex < count) {
-        const SectorRecord* s = &sectors[g_app.ActiveSectorIndex];
+    if (!leg.direct && g_app.leg.ActiveSectorIndex < count) {
+        const SectorRecord* s = &sectors[g_app.leg.ActiveSectorIndex];
         DataBarInfo bar =
             BarTo(EndName(*s), s->EndLatitude, s->EndLongitude, lat, lon, s->TrueCourse);
-        while (haveFix && !bar.ahead && g_app.ActiveSectorIndex < count - 1) {
+        while (haveFix && !bar.ahead && g_app.leg.ActiveSectorIndex < count - 1) {
             // On to the next sector, measured from the same position.
-            ++g_app.ActiveSectorIndex;
-            g_app.LegChange.store(1);
-            s = &sectors[g_app.ActiveSectorIndex];
+            ++g_app.leg.ActiveSectorIndex;
+            g_app.leg.LegChange.store(1);
+            s = &sectors[g_app.leg.ActiveSectorIndex];
             bar = BarTo(EndName(*s), s->EndLatitude, s->EndLongitude, lat, lon, s->TrueCourse);
         }
         leg.valid = true;
@@ -135,20 +135,20 @@ ActiveLeg SequenceActiveLeg(const std::vector<SectorRecord>& sectors, double lat
 
     // The model is asked at the aircraft, or before a fix at the start of the leg.
     const SectorRecord* active =
-        g_app.ActiveSectorIndex < count ? &sectors[g_app.ActiveSectorIndex] : nullptr;
+        g_app.leg.ActiveSectorIndex < count ? &sectors[g_app.leg.ActiveSectorIndex] : nullptr;
     const double refLat = anyFix ? lat : leg.startLatitude;
     const double refLon = anyFix ? lon : leg.startLongitude;
-    leg.reference = ChooseDirectionReference(g_app.Fix, anyFix, refLat, refLon,
+    leg.reference = ChooseDirectionReference(g_app.gps.Fix, anyFix, refLat, refLon,
                                              active ? &active->Variation : nullptr);
     leg.bar.reference = leg.reference;
     leg.bar.haveFix = anyFix;
-    g_app.DataBar = leg.bar;
+    g_app.view.DataBar = leg.bar;
     return leg;
 }
 
 void UpdateActiveLeg(platform::Canvas& view, const std::vector<SectorRecord>& sectors) {
-    SequenceActiveLeg(sectors, g_app.Fix.latitude, g_app.Fix.longitude);
-    DrawDataBar(view, g_app.DataBar, kMapDataBar);
+    SequenceActiveLeg(sectors, g_app.gps.Fix.latitude, g_app.gps.Fix.longitude);
+    DrawDataBar(view, g_app.view.DataBar, kMapDataBar);
 }
 
 }  // namespace aerix

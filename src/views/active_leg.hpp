@@ -23,8 +23,8 @@ struct ActiveLeg {
     DirectionReference reference;
 };
 
-// Sequences g_app.ActiveSectorIndex over the plan's sectors for the position (CentiMinutes),
-// raising g_app.LegChange when it advances, and stores the data bar's content in g_app.DataBar.
+// Sequences g_app.leg.ActiveSectorIndex over the plan's sectors for the position (CentiMinutes),
+// raising g_app.leg.LegChange when it advances, and stores the data bar's content in g_app.view.DataBar.
 // While a direct-to is active the leg runs to its waypoint; once that falls behind the direct-to
 // ends and the plan goes on from the sector that starts there.
 ActiveLeg SequenceActiveLeg(const std::vector<SectorRecord>& sectors, double latitude,

@@ -27,11 +27,11 @@ Point Polar(int x, int y, double length, double degrees) {
 }  // namespace
 
 void DrawAircraftSymbol(platform::Canvas& view) {
-    g_app.SymbolBlink ^= 1;
+    g_app.view.SymbolBlink ^= 1;
     view.SetPen({platform::PenStyle::Solid, 0, kCyan});
-    view.SetBrush({false, g_app.SymbolBlink == 1 ? platform::kWhite : platform::kBlack});
-    const int x = g_app.AircraftScreenX;
-    const int y = g_app.AircraftScreenY;
+    view.SetBrush({false, g_app.view.SymbolBlink == 1 ? platform::kWhite : platform::kBlack});
+    const int x = g_app.view.AircraftScreenX;
+    const int y = g_app.view.AircraftScreenY;
     static constexpr int kCross[13][2] = {{-1, 6},  {3, 6},   {3, 12},  {9, 12},  {9, 16},
                                           {3, 16},  {3, 22},  {-1, 22}, {-1, 16}, {-7, 16},
                                           {-7, 12}, {-1, 12}, {-1, 6}};
@@ -41,10 +41,10 @@ void DrawAircraftSymbol(platform::Canvas& view) {
         cross.push_back({x + p[0], ClampRow(y + p[1])});
     view.Polygon(cross);
 
-    const double speed = g_app.Fix.groundSpeed;
-    if (speed > 10.0 && g_app.ShowTrackPointer == 1) {
+    const double speed = g_app.gps.Fix.groundSpeed;
+    if (speed > 10.0 && g_app.settings.ShowTrackPointer == 1) {
         const double length = speed * 0.47619047619047616;
-        const int theta = TruncInt32(g_app.Fix.trueTrack - 90);
+        const int theta = TruncInt32(g_app.gps.Fix.trueTrack - 90);
         const int half = speed < 71 ? 11 : speed < 121 ? 7 : 4;
         const int cy = y + 14;
         Point tip = Polar(x, cy, length, theta);

@@ -28,14 +28,14 @@ void DrawCross(platform::Canvas& view, int x, int y) {
 }  // namespace
 
 void BeginCalibrationView() {
-    g_app.AnchorX = g_app.AnchorY = 120;
-    g_app.MapSlackX = g_app.MapSlackY = 0;
+    g_app.view.AnchorX = g_app.view.AnchorY = 120;
+    g_app.view.MapSlackX = g_app.view.MapSlackY = 0;
 }
 
 void PaintCalibrationView(platform::Canvas& view) {
     PaintMapView(view, nullptr, 0);
-    const int x = g_app.AircraftScreenX;
-    const int y = g_app.AircraftScreenY;
+    const int x = g_app.view.AircraftScreenX;
+    const int y = g_app.view.AircraftScreenY;
     DrawCross(view, x, y);
     const unsigned format =
         platform::kTextCenter | platform::kTextVCenter | platform::kTextSingleLine;
@@ -45,9 +45,9 @@ void PaintCalibrationView(platform::Canvas& view) {
                   platform::Rgb(255, 255, 0), false);
     char text[96];
     std::snprintf(text, sizeof text, "x %d  y %d   NE %s   SW %s",
-                  g_app.MapCenterX - g_app.AnchorX + x, g_app.MapCenterY - g_app.AnchorY + y - 14,
-                  g_app.CalibrationFirstDone ? "set" : "-",
-                  g_app.CalibrationSecondDone ? "set" : "-");
+                  g_app.view.MapCenterX - g_app.view.AnchorX + x, g_app.view.MapCenterY - g_app.view.AnchorY + y - 14,
+                  g_app.view.CalibrationFirstDone ? "set" : "-",
+                  g_app.view.CalibrationSecondDone ? "set" : "-");
     view.DrawText(text, {0, 254, 240, 268}, format, platform::kWhite, platform::Rgb(0, 0, 96),
                   false);
 }
@@ -57,16 +57,16 @@ void CalibrationPenDown(int x, int y) {
 }
 
 void CalibrationPenMove(int x, int y) {
-    const double zoom = g_app.MapZoom > 0 ? g_app.MapZoom : 1.0;
-    g_app.MapCenterX -= static_cast<int>((x - g_lastPen.x) / zoom);
-    g_app.MapCenterY -= static_cast<int>((y - g_lastPen.y) / zoom);
+    const double zoom = g_app.view.MapZoom > 0 ? g_app.view.MapZoom : 1.0;
+    g_app.view.MapCenterX -= static_cast<int>((x - g_lastPen.x) / zoom);
+    g_app.view.MapCenterY -= static_cast<int>((y - g_lastPen.y) / zoom);
     // The cross can reach every pixel of the bitmap, no further.
-    const int offX = g_app.AircraftScreenX - g_app.AnchorX;
-    const int offY = g_app.AircraftScreenY - g_app.AnchorY - 14;
-    g_app.MapCenterX =
-        std::clamp(g_app.MapCenterX, -offX, std::max(-offX, g_app.MapWidth - 1 - offX));
-    g_app.MapCenterY =
-        std::clamp(g_app.MapCenterY, -offY, std::max(-offY, g_app.MapHeight - 1 - offY));
+    const int offX = g_app.view.AircraftScreenX - g_app.view.AnchorX;
+    const int offY = g_app.view.AircraftScreenY - g_app.view.AnchorY - 14;
+    g_app.view.MapCenterX =
+        std::clamp(g_app.view.MapCenterX, -offX, std::max(-offX, g_app.view.MapWidth - 1 - offX));
+    g_app.view.MapCenterY =
+        std::clamp(g_app.view.MapCenterY, -offY, std::max(-offY, g_app.view.MapHeight - 1 - offY));
     g_lastPen = {x, y};
 }
 

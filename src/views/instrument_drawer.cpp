@@ -37,7 +37,7 @@ bool InstrumentDrawer::Start(InstrumentFrameInput input, platform::Ui* ui) {
     if (thread_.joinable())
         thread_.join();
     running_.store(true);
-    g_app.InstrumentDrawingRunning.store(true);
+    g_app.gps.InstrumentDrawingRunning.store(true);
     Renderer render = renderer_;
     if (!render) {
         platform::Graphics* graphics = platform::Sys().graphics;
@@ -56,7 +56,7 @@ bool InstrumentDrawer::Start(InstrumentFrameInput input, platform::Ui* ui) {
             haveReady_ = true;
         }
         finished_.fetch_add(1);
-        g_app.InstrumentDrawingRunning.store(false);
+        g_app.gps.InstrumentDrawingRunning.store(false);
         running_.store(false);
         if (wanted && ui != nullptr)
             ui->InvalidateMainWindow(false);

@@ -1,6 +1,6 @@
 // The instrument views' drawing thread. The paint handler shows the last finished frame and asks
 // for a new one; a drawing starts only when none runs. While it draws,
-// g_app.InstrumentDrawingRunning is set (the feeds leave the fix alone meanwhile); when it is done
+// g_app.gps.InstrumentDrawingRunning is set (the feeds leave the fix alone meanwhile); when it is done
 // it hands its frame over, clears the flag and invalidates the main window so that the frame is
 // shown. Nothing spins: a frame is drawn once per request.
 #pragma once

@@ -129,19 +129,19 @@ platform::Bitmap RenderInstrumentFrame(const InstrumentFrameInput& in,
 
 InstrumentFrameInput PrepareInstrumentFrame() {
     InstrumentFrameInput in;
-    in.aerix = g_app.InstrumentAerix != 0;
-    in.centreX = g_app.InstrumentCentreX;
-    in.centreY = g_app.InstrumentCentreY;
-    in.rangeStep = g_app.InstrumentRangeStep;
-    in.fix = g_app.Fix;
-    in.haveFix = g_app.Fix.positionKnown;
+    in.aerix = g_app.view.InstrumentAerix != 0;
+    in.centreX = g_app.view.InstrumentCentreX;
+    in.centreY = g_app.view.InstrumentCentreY;
+    in.rangeStep = g_app.view.InstrumentRangeStep;
+    in.fix = g_app.gps.Fix;
+    in.haveFix = g_app.gps.Fix.positionKnown;
     // The banner shows in this frame only: once per void sentence.
-    if (g_app.Fix.FixVoid) {
+    if (g_app.gps.Fix.FixVoid) {
         in.invalidSignal = true;
         AcknowledgeVoidFix();
     }
     std::vector<SectorRecord> sectors = ReadPlanSectors();
-    in.leg = SequenceActiveLeg(sectors, g_app.Fix.latitude, g_app.Fix.longitude);
+    in.leg = SequenceActiveLeg(sectors, g_app.gps.Fix.latitude, g_app.gps.Fix.longitude);
     // The card turns to the track in the same reference as every figure over it.
     in.fix.magneticTrack = in.leg.reference.Shown(in.fix.trueTrack);
     in.route.reserve(sectors.size() + 1);
@@ -151,15 +151,15 @@ InstrumentFrameInput PrepareInstrumentFrame() {
     if (in.leg.direct)
         in.route.push_back(
             {in.leg.startLatitude, in.leg.startLongitude, in.leg.endLatitude, in.leg.endLongitude});
-    in.showAirspace = g_app.ShowAirspace == 1;
-    in.showScale = g_app.ShowScaleHsi == 1;
-    in.showLatLon = g_app.ShowLatLonHsi == 1;
+    in.showAirspace = g_app.settings.ShowAirspace == 1;
+    in.showScale = g_app.settings.ShowScaleHsi == 1;
+    in.showLatLon = g_app.settings.ShowLatLonHsi == 1;
     in.nav = std::span<const NavEntry>(
-        g_app.NavDatabase.data(),
-        std::min<std::size_t>(g_app.NavEntryCount, g_app.NavDatabase.size()));
+        g_app.nav.NavDatabase.data(),
+        std::min<std::size_t>(g_app.nav.NavEntryCount, g_app.nav.NavDatabase.size()));
     in.airspace = std::span<const AirspaceEntry>(
-        g_app.AirspaceOverlay.data(),
-        std::min<std::size_t>(g_app.AirspaceEntryCount, g_app.AirspaceOverlay.size()));
+        g_app.nav.AirspaceOverlay.data(),
+        std::min<std::size_t>(g_app.nav.AirspaceEntryCount, g_app.nav.AirspaceOverlay.size()));
     return in;
 }
 

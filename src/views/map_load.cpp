@@ -18,14 +18,14 @@ using platform::Sys;
 
 void UnloadMap() {
     // Assigning a fresh bitmap gives the chart's memory back at once.
-    g_app.MapBitmap = platform::Bitmap();
-    g_app.MapLoaded = false;
+    g_app.view.MapBitmap = platform::Bitmap();
+    g_app.view.MapLoaded = false;
 }
 
 int LoadMapBitmap(std::u16string_view path) {
     if (path.empty())
         return 0;
-    if (g_app.MapLoaded)
+    if (g_app.view.MapLoaded)
         UnloadMap();
     if (Sys().graphics == nullptr)
         return 1;
@@ -38,17 +38,17 @@ int LoadMapBitmap(std::u16string_view path) {
             platform::ShowError(error);
         return 1;
     }
-    g_app.MapBitmap = std::move(bitmap);
-    g_app.MapLoaded = true;
-    g_app.MapRouteBurnt = false;
-    g_app.MapWidth = g_app.MapBitmap.Width();
-    g_app.MapHeight = g_app.MapBitmap.Height();
-    g_app.MapCenterX = g_app.AircraftScreenX = g_app.AnchorX;
-    g_app.MapCenterY = g_app.AircraftScreenY = g_app.AnchorY;
+    g_app.view.MapBitmap = std::move(bitmap);
+    g_app.view.MapLoaded = true;
+    g_app.view.MapRouteBurnt = false;
+    g_app.view.MapWidth = g_app.view.MapBitmap.Width();
+    g_app.view.MapHeight = g_app.view.MapBitmap.Height();
+    g_app.view.MapCenterX = g_app.view.AircraftScreenX = g_app.view.AnchorX;
+    g_app.view.MapCenterY = g_app.view.AircraftScreenY = g_app.view.AnchorY;
     LoadMapCalibration(path);
-    if (g_app.ViewMode == kViewMap) {
+    if (g_app.settings.ViewMode == kViewMap) {
         // The route is burnt into the chart once per load, not drawn per paint.
-        std::unique_ptr<platform::Canvas> canvas = Sys().graphics->CanvasOn(g_app.MapBitmap);
+        std::unique_ptr<platform::Canvas> canvas = Sys().graphics->CanvasOn(g_app.view.MapBitmap);
         if (canvas)
             DrawRouteOnMap(*canvas);
     }
@@ -60,10 +60,10 @@ void LoadMapCalibration(std::u16string_view path) {
     if (!h)
         return;
     MapRecord record;
-    record.Calibration = g_app.MapCalibration;
+    record.Calibration = g_app.view.MapCalibration;
     // A property the record lacks leaves the value in force.
     if (ReadChartCalibration(h, path, record) != 0) {
-        g_app.MapCalibration = record.Calibration;
+        g_app.view.MapCalibration = record.Calibration;
         return;
     }
     std::u16string calibrationPath = CalibrationFilePath(path);
@@ -73,7 +73,7 @@ void LoadMapCalibration(std::u16string_view path) {
     }
     // Numbers that place the chart nowhere sensible would draw another country under the
     // aircraft: such a file is refused and the calibration in force stays.
-    MapCalibrationValues read = g_app.MapCalibration;
+    MapCalibrationValues read = g_app.view.MapCalibration;
     std::string problem;
     ReadCalibrationFile(calibrationPath, read, &problem);
     if (problem.empty())
@@ -83,9 +83,9 @@ void LoadMapCalibration(std::u16string_view path) {
                             " refused: " + problem);
         return;
     }
-    g_app.MapCalibration = read;
+    g_app.view.MapCalibration = read;
     record.Path = std::u16string(path);
-    record.Calibration = g_app.MapCalibration;
+    record.Calibration = g_app.view.MapCalibration;
     WriteMap(h, record);
     platform::ShowNotice(kMapAutoCalibratedText, "Information");
 }

@@ -99,31 +99,31 @@ std::vector<std::u16string> FindFiles(std::u16string_view pattern, bool* searche
 // ---- Load bitmap ----
 
 const std::vector<std::u16string>& LoadBitmapDialog::Storage() const {
-    return g_app.StorageList;
+    return g_app.view.StorageList;
 }
 
 void LoadBitmapDialog::Open() {
-    std::vector<std::u16string>& list = g_app.StorageList;
+    std::vector<std::u16string>& list = g_app.view.StorageList;
     list.clear();
     int count = 0;
     list.insert(list.begin(), EnumerateStorageCards(&count, 0));
     for (int i = 1; i < count; ++i)
         list.insert(list.begin(), EnumerateStorageCards(&count, i));
     list.insert(list.begin(), std::u16string(kMemory));
-    g_app.BitmapSearchPattern.assign(kMemoryPattern);
-    g_app.SelectedStorage.assign(kMemory);
+    g_app.view.BitmapSearchPattern.assign(kMemoryPattern);
+    g_app.view.SelectedStorage.assign(kMemory);
     FillBitmaps();
 }
 
 void LoadBitmapDialog::SelectStorage(int index) {
-    if (index < 0 || index >= static_cast<int>(g_app.StorageList.size()))
+    if (index < 0 || index >= static_cast<int>(g_app.view.StorageList.size()))
         return;
     if (index == 0) {
-        g_app.SelectedStorage.assign(kMemory);
-        g_app.BitmapSearchPattern.assign(kMemoryPattern);
+        g_app.view.SelectedStorage.assign(kMemory);
+        g_app.view.BitmapSearchPattern.assign(kMemoryPattern);
     } else {
-        g_app.SelectedStorage.assign(g_app.StorageList[static_cast<std::size_t>(index)]);
-        g_app.BitmapSearchPattern.assign(StoragePattern(g_app.SelectedStorage.view()));
+        g_app.view.SelectedStorage.assign(g_app.view.StorageList[static_cast<std::size_t>(index)]);
+        g_app.view.BitmapSearchPattern.assign(StoragePattern(g_app.view.SelectedStorage.view()));
     }
     FillBitmaps();
 }
@@ -132,18 +132,18 @@ int LoadBitmapDialog::SelectBitmap(int index) {
     if (index < 0 || index >= static_cast<int>(bitmaps_.size()))
         return 0;
     const std::u16string& file = bitmaps_[static_cast<std::size_t>(index)];
-    if (g_app.SelectedStorage.view() == kMemory)
-        g_app.CurrentMapPath.assign(u"\\My Documents\\Aerix\\" + file);
+    if (g_app.view.SelectedStorage.view() == kMemory)
+        g_app.view.CurrentMapPath.assign(u"\\My Documents\\Aerix\\" + file);
     else
-        g_app.CurrentMapPath.assign(u"\\" + std::u16string(g_app.SelectedStorage.view()) + u"\\" +
+        g_app.view.CurrentMapPath.assign(u"\\" + std::u16string(g_app.view.SelectedStorage.view()) + u"\\" +
                                     file);
-    g_app.MapZoom = 1.0;
+    g_app.view.MapZoom = 1.0;
     return 1;
 }
 
 void LoadBitmapDialog::FillBitmaps() {
     bitmaps_.clear();
-    std::vector<std::u16string> found = FindFiles(g_app.BitmapSearchPattern.view(), nullptr);
+    std::vector<std::u16string> found = FindFiles(g_app.view.BitmapSearchPattern.view(), nullptr);
     // The first name is added before the search's result is looked at: a search that finds
     // nothing still lists whatever name the last search left.
     if (!found.empty())
@@ -158,8 +158,8 @@ void LoadBitmapDialog::FillBitmaps() {
     if (count == 0) {
         // Only a search that could not start at all comes here.
         platform::ShowError(kNoMapsOnCardText);
-        g_app.SelectedStorage.assign(kMemory);
-        g_app.BitmapSearchPattern.assign(u"\\My Documents\\aerix\\*bmp");
+        g_app.view.SelectedStorage.assign(kMemory);
+        g_app.view.BitmapSearchPattern.assign(u"\\My Documents\\aerix\\*bmp");
         FillBitmaps();
     }
 }
@@ -187,44 +187,44 @@ int CalibrateDialog::Ok() {
     double longitude = *lonDeg + *lonMin * (1.0 / 60);
     if (lonHemisphere == u"W")
         longitude = -longitude;
-    const double column = g_app.MapCenterX - g_app.AnchorX + g_app.AircraftScreenX;
-    const double row = g_app.MapCenterY - g_app.AnchorY + g_app.AircraftScreenY - 14;
-    MapCalibrationValues& c = g_app.MapCalibration;
-    if (g_app.CalibrateCorner == 1) {
+    const double column = g_app.view.MapCenterX - g_app.view.AnchorX + g_app.view.AircraftScreenX;
+    const double row = g_app.view.MapCenterY - g_app.view.AnchorY + g_app.view.AircraftScreenY - 14;
+    MapCalibrationValues& c = g_app.view.MapCalibration;
+    if (g_app.view.CalibrateCorner == 1) {
         c[kRefX1] = column;
         c[kRefY1] = row;
         c[kRefLon1] = longitude;
         c[kRefLat1] = latitude;
-        g_app.CalibrationFirstDone = 1;
+        g_app.view.CalibrationFirstDone = 1;
     } else {
         c[kRefX2] = column;
         c[kRefY2] = row;
         c[kRefLon2] = longitude;
         c[kRefLat2] = latitude;
-        g_app.CalibrationSecondDone = 1;
+        g_app.view.CalibrationSecondDone = 1;
     }
-    if (g_app.CalibrationFirstDone == 1 && g_app.CalibrationSecondDone == 1 &&
+    if (g_app.view.CalibrationFirstDone == 1 && g_app.view.CalibrationSecondDone == 1 &&
         c[kRefX1] != c[kRefX2] && c[kRefY1] != c[kRefY2])
         CompleteCalibration();
     return 1;
 }
 
 int CalibrateDialog::Cancel() {
-    g_app.CalibrationFirstDone = 0;
-    g_app.CalibrationSecondDone = 0;
+    g_app.view.CalibrationFirstDone = 0;
+    g_app.view.CalibrationSecondDone = 0;
     return 2;
 }
 
 void CompleteCalibration() {
-    MapCalibrationValues c = g_app.MapCalibration;
+    MapCalibrationValues c = g_app.view.MapCalibration;
     const double dLon = c[kRefLon2] - c[kRefLon1];
     const double dX = c[kRefX2] - c[kRefX1];
     const double dLat = c[kRefLat2] - c[kRefLat1];
     const double dY = c[kRefY2] - c[kRefY1];
     // The chart is trusted only 35 pixels inside its edges.
     c[kWestLimit] = (35 - c[kRefX1]) * dLon / dX + c[kRefLon1];
-    c[kSouthLimit] = ((g_app.MapHeight - 35) - c[kRefY1]) * dLat / dY + c[kRefLat1];
-    c[kEastLimit] = ((g_app.MapWidth - 35) - c[kRefX1]) * dLon / dX + c[kRefLon1];
+    c[kSouthLimit] = ((g_app.view.MapHeight - 35) - c[kRefY1]) * dLat / dY + c[kRefLat1];
+    c[kEastLimit] = ((g_app.view.MapWidth - 35) - c[kRefX1]) * dLon / dX + c[kRefLon1];
     c[kNorthLimit] = (35 - c[kRefY1]) * dLat / dY + c[kRefLat1];
     c[kScaleNumber] = std::fabs(dLon) > 1e-6 ? std::fabs(dX / dLon) : 9999999999.0;
     // Two corners on one parallel or meridian place the chart nowhere: nothing is stored and the
@@ -233,14 +233,14 @@ void CompleteCalibration() {
         platform::ShowError("Calibration refused: " + problem);
         return;
     }
-    g_app.MapCalibration = c;
+    g_app.view.MapCalibration = c;
     {
         DbHandle h = OpenDatabase(schema::kMapsName, schema::kMapPath);
         if (h)
-            WriteChartCalibration(h, MapRecord{std::u16string(g_app.CurrentMapPath.view()), c});
+            WriteChartCalibration(h, MapRecord{std::u16string(g_app.view.CurrentMapPath.view()), c});
     }
-    g_app.CalibrationFirstDone = 0;
-    g_app.CalibrationSecondDone = 0;
+    g_app.view.CalibrationFirstDone = 0;
+    g_app.view.CalibrationSecondDone = 0;
     platform::ShowNotice(kCalibratedText, "Information...");
 }
 

@@ -16,7 +16,7 @@ inline constexpr const char* kDeleteMapText = "Delete this map from list";
 class LoadBitmapDialog {
   public:
     void Open();
-    const std::vector<std::u16string>& Storage() const;  // g_app.StorageList
+    const std::vector<std::u16string>& Storage() const;  // g_app.view.StorageList
     const std::vector<std::u16string>& Bitmaps() const { return bitmaps_; }
     void SelectStorage(int index);
     // Takes the bitmap as the chart to calibrate; the dialog then closes with 1.
@@ -49,7 +49,7 @@ class CalibrateDialog {
     int Cancel();
 };
 
-// Completes a calibration from the two reference points in g_app.MapCalibration and the chart
+// Completes a calibration from the two reference points in g_app.view.MapCalibration and the chart
 // size: the limits 35 pixels inside the edges and ScaleNumber. Numbers that place no chart
 // (corners on one parallel or meridian) are told and nothing is stored.
 void CompleteCalibration();

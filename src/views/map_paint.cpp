@@ -21,7 +21,7 @@ void CentreAxis(int pixel, int anchor, int slack, int size, std::int32_t& centre
                 std::int32_t& aircraft) {
     centre = pixel;
     aircraft = anchor;
-    if (g_app.MapZoom != 1.0)
+    if (g_app.view.MapZoom != 1.0)
         return;
     if (pixel < anchor) {
         centre = anchor;
@@ -46,19 +46,19 @@ int EdgeSpan(double zoom) {
 }
 
 void BlankBeyondChart(platform::Canvas& view, double left, double top) {
-    const double zoom = g_app.MapZoom;
+    const double zoom = g_app.view.MapZoom;
     const int span = EdgeSpan(zoom);
     view.SetBrush({false, platform::kWhite});
     view.SetPen({platform::PenStyle::Solid, 1, platform::kWhite});
-    if (left + span > g_app.MapWidth)
-        view.Rectangle({240 - TruncInt32((left + span - g_app.MapWidth) * zoom), kChartTop, 240,
+    if (left + span > g_app.view.MapWidth)
+        view.Rectangle({240 - TruncInt32((left + span - g_app.view.MapWidth) * zoom), kChartTop, 240,
                         kChartBottom});
     if (left < 0)
         view.Rectangle({0, kChartTop, TruncInt32(-left * zoom), kChartBottom});
     if (top < 0)
         view.Rectangle({0, kChartTop, 240, TruncInt32(kChartTop - top * zoom)});
-    if (top + span > g_app.MapHeight)
-        view.Rectangle({0, kChartBottom - TruncInt32((top + span - g_app.MapHeight) * zoom), 240,
+    if (top + span > g_app.view.MapHeight)
+        view.Rectangle({0, kChartBottom - TruncInt32((top + span - g_app.view.MapHeight) * zoom), 240,
                         kChartBottom});
     view.SetPen({});
     view.SetBrush({});
@@ -70,7 +70,7 @@ void DrawLatLonReadout(MapReadouts& readouts) {
         return;
     // The 24 characters of the position must fit the 156-pixel readout.
     dc->SetFont({10, false});
-    dc->DrawText(g_app.Fix.positionKnown ? g_app.Fix.positionText.utf8() : kNoFixText,
+    dc->DrawText(g_app.gps.Fix.positionKnown ? g_app.gps.Fix.positionText.utf8() : kNoFixText,
                  {0, 0, 156, 16},
                  platform::kTextCenter | platform::kTextVCenter | platform::kTextSingleLine,
                  kReadoutText, kReadoutBack, false);
@@ -84,45 +84,45 @@ void CenterMapOnPosition(platform::Canvas& view, MapReadouts* readouts, double l
                          double latitude) {
     // The first real fix chooses its chart even when the one shown before it contains it (the
     // world chart shown around the plan's start, say).
-    const bool firstFix = g_app.MapAwaitingFix && g_app.Fix.positionKnown;
-    if (g_app.Fix.positionKnown)
-        g_app.MapAwaitingFix = false;
-    if (firstFix || g_app.MapChangeRequest != 0 ||
-        !MapContains(g_app.MapCalibration, longitude, latitude))
+    const bool firstFix = g_app.view.MapAwaitingFix && g_app.gps.Fix.positionKnown;
+    if (g_app.gps.Fix.positionKnown)
+        g_app.view.MapAwaitingFix = false;
+    if (firstFix || g_app.view.MapChangeRequest != 0 ||
+        !MapContains(g_app.view.MapCalibration, longitude, latitude))
         SelectMapForPosition();
-    int column = MapColumn(g_app.MapCalibration, longitude);
-    int row = MapRow(g_app.MapCalibration, latitude);
-    CentreAxis(column, g_app.AnchorX, g_app.MapSlackX, g_app.MapWidth, g_app.MapCenterX,
-               g_app.AircraftScreenX);
-    CentreAxis(row, g_app.AnchorY, g_app.MapSlackY, g_app.MapHeight, g_app.MapCenterY,
-               g_app.AircraftScreenY);
+    int column = MapColumn(g_app.view.MapCalibration, longitude);
+    int row = MapRow(g_app.view.MapCalibration, latitude);
+    CentreAxis(column, g_app.view.AnchorX, g_app.view.MapSlackX, g_app.view.MapWidth, g_app.view.MapCenterX,
+               g_app.view.AircraftScreenX);
+    CentreAxis(row, g_app.view.AnchorY, g_app.view.MapSlackY, g_app.view.MapHeight, g_app.view.MapCenterY,
+               g_app.view.AircraftScreenY);
     PaintMapView(view, readouts, 1);
 }
 
 void PaintMapView(platform::Canvas& view, MapReadouts* readouts, int /*fromCentering*/) {
-    const double zoom = g_app.MapZoom;
-    const double left = g_app.MapCenterX - g_app.AnchorX / zoom;
-    const double top = g_app.MapCenterY - g_app.AnchorY / zoom;
+    const double zoom = g_app.view.MapZoom;
+    const double left = g_app.view.MapCenterX - g_app.view.AnchorX / zoom;
+    const double top = g_app.view.MapCenterY - g_app.view.AnchorY / zoom;
     const int size = TruncInt32(240 / zoom);
     const Rect chart{0, kChartTop, kChartSize, kChartBottom};
     std::vector<SectorRecord> sectors;
-    if (g_app.ViewMode == kViewMap) {
+    if (g_app.settings.ViewMode == kViewMap) {
         sectors = ReadPlanSectors();
         RefreshBurntRoute(sectors);
     }
-    if (g_app.MapLoaded) {
+    if (g_app.view.MapLoaded) {
         int x = TruncInt32(left);
         int y = TruncInt32(top);
-        view.StretchBlt(chart, g_app.MapBitmap, {x, y, x + size, y + size});
+        view.StretchBlt(chart, g_app.view.MapBitmap, {x, y, x + size, y + size});
     } else {
         view.FillRect(chart, platform::kWhite);
     }
     BlankBeyondChart(view, left, top);
 
-    if (g_app.Fix.FixVoid)
-        g_app.InvalidSignalPending = 1;
-    if (g_app.InvalidSignalPending == 1) {
-        g_app.InvalidSignalPending = 0;
+    if (g_app.gps.Fix.FixVoid)
+        g_app.view.InvalidSignalPending = 1;
+    if (g_app.view.InvalidSignalPending == 1) {
+        g_app.view.InvalidSignalPending = 0;
         AcknowledgeVoidFix();
         view.SetFont({12, true});
         view.DrawText(kInvalidSignalText, {0, 100, 240, 130},
@@ -130,11 +130,11 @@ void PaintMapView(platform::Canvas& view, MapReadouts* readouts, int /*fromCente
                       platform::Rgb(255, 0, 0), platform::kWhite, false);
         return;
     }
-    if (g_app.ViewMode != kViewMap)
+    if (g_app.settings.ViewMode != kViewMap)
         return;
     UpdateActiveLeg(view, sectors);
     // Before the first fix there is no aircraft to show, only the chart and "NO FIX".
-    if (g_app.Fix.positionKnown) {
+    if (g_app.gps.Fix.positionKnown) {
         DrawAircraftSymbol(view);
     } else {
         view.SetFont({12, true});
@@ -144,9 +144,9 @@ void PaintMapView(platform::Canvas& view, MapReadouts* readouts, int /*fromCente
     }
     if (readouts == nullptr)
         return;
-    if (g_app.ShowLatLonMap == 1)
+    if (g_app.settings.ShowLatLonMap == 1)
         DrawLatLonReadout(*readouts);
-    if (g_app.ShowScaleMap == 1)
+    if (g_app.settings.ShowScaleMap == 1)
         DrawScaleBar(*readouts);
 }
 

@@ -24,10 +24,10 @@ void SetInfoPanelRefresh(std::function<void()> refresh) {
 }
 
 void SelectMapForPosition() {
-    const double latitude = g_app.Fix.latitude * (1.0 / 6000.0);
-    const double longitude = g_app.Fix.longitude * (1.0 / 6000.0);
-    const std::int32_t request = g_app.MapChangeRequest;
-    const double current = g_app.MapCalibration[kScaleNumber];
+    const double latitude = g_app.gps.Fix.latitude * (1.0 / 6000.0);
+    const double longitude = g_app.gps.Fix.longitude * (1.0 / 6000.0);
+    const std::int32_t request = g_app.view.MapChangeRequest;
+    const double current = g_app.view.MapCalibration[kScaleNumber];
     double best = request == 1 ? 99999999.0 : 0.0;
     int taken = 0;
     {
@@ -54,7 +54,7 @@ void SelectMapForPosition() {
                 take = scale > best;
             }
             if (take) {
-                g_app.CurrentMapPath.assign(r.Path);
+                g_app.view.CurrentMapPath.assign(r.Path);
                 best = scale;
                 ++taken;
             }
@@ -63,10 +63,10 @@ void SelectMapForPosition() {
         }
     }
     if (taken > 0) {
-        g_app.MapChangeRequest = 0;
-        if (LoadMapBitmap(g_app.CurrentMapPath.view()) == 1) {
-            g_app.CurrentMapPath.assign(Utf8ToUtf16(kWorldMapPath));
-            if (LoadMapBitmap(g_app.CurrentMapPath.view()) == 1)
+        g_app.view.MapChangeRequest = 0;
+        if (LoadMapBitmap(g_app.view.CurrentMapPath.view()) == 1) {
+            g_app.view.CurrentMapPath.assign(Utf8ToUtf16(kWorldMapPath));
+            if (LoadMapBitmap(g_app.view.CurrentMapPath.view()) == 1)
                 platform::ShowError(kWorldMapNotFoundText);
         }
     }

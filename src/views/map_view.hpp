@@ -1,6 +1,6 @@
 // The moving map: chooses and loads the chart for the fix, centres it, burns the plan route into
 // it and paints the view (chart, white beyond its edges, data bar, aircraft symbol, readouts).
-// Everything draws on platform::Canvas; the chart's pixels live in g_app.MapBitmap.
+// Everything draws on platform::Canvas; the chart's pixels live in g_app.view.MapBitmap.
 #pragma once
 
 #include <functional>
@@ -35,12 +35,12 @@ void CenterMapOnPosition(platform::Canvas& view, MapReadouts* readouts, double l
                          double latitude);
 // Paints the view from the present fields.
 void PaintMapView(platform::Canvas& view, MapReadouts* readouts, int fromCentering);
-// Chooses and loads the chart for the present fix under g_app.MapChangeRequest.
+// Chooses and loads the chart for the present fix under g_app.view.MapChangeRequest.
 void SelectMapForPosition();
 // 0 when loaded or when the path is empty, 1 when the bitmap could not be loaded (the old chart
 // is gone by then).
 int LoadMapBitmap(std::u16string_view path);
-// Fills g_app.MapCalibration for the bitmap at path: from "Maps", else from its ".ndx" file.
+// Fills g_app.view.MapCalibration for the bitmap at path: from "Maps", else from its ".ndx" file.
 void LoadMapCalibration(std::u16string_view path);
 // Releases the loaded chart.
 void UnloadMap();

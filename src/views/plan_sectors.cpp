@@ -8,10 +8,10 @@ namespace aerix {
 
 std::vector<SectorRecord> ReadPlanSectors() {
     std::vector<SectorRecord> sectors;
-    if (g_app.ActivePlanName.empty())
+    if (g_app.settings.ActivePlanName.empty())
         return sectors;
     DbHandle h = platform::Sys().store->OpenDatabase(
-        platform::kObjectStoreVolume, g_app.ActivePlanName.view(), schema::kSecNumber,
+        platform::kObjectStoreVolume, g_app.settings.ActivePlanName.view(), schema::kSecNumber,
         platform::kOpenAutoIncrement);
     if (!h)
         return sectors;

@@ -11,7 +11,7 @@ namespace aerix {
 namespace {
 
 platform::Point ChartPoint(double latitude, double longitude) {
-    const MapCalibrationValues& c = g_app.MapCalibration;
+    const MapCalibrationValues& c = g_app.view.MapCalibration;
     return {TruncInt32(MapColumnExact(c, longitude * (1.0 / 6000.0)) + 0.5),
             TruncInt32(MapRowExact(c, latitude * (1.0 / 6000.0)) + 0.5)};
 }
@@ -31,10 +31,10 @@ std::vector<std::int32_t> RouteToBurn(const std::vector<SectorRecord>& sectors) 
     for (const SectorRecord& s : sectors)
         route.insert(route.end(),
                      {s.StartLatitude, s.StartLongitude, s.EndLatitude, s.EndLongitude});
-    if (g_app.DirectToStartLatitude.load() != 0)
+    if (g_app.leg.DirectToStartLatitude.load() != 0)
         route.insert(route.end(),
-                     {g_app.DirectToStartLatitude.load(), g_app.DirectToStartLongitude.load(),
-                      g_app.DirectToTargetLatitude, g_app.DirectToTargetLongitude});
+                     {g_app.leg.DirectToStartLatitude.load(), g_app.leg.DirectToStartLongitude.load(),
+                      g_app.leg.DirectToTargetLatitude, g_app.leg.DirectToTargetLongitude});
     return route;
 }
 
@@ -49,34 +49,34 @@ void DrawRouteOnMap(platform::Canvas& map) {
     if (!points.empty())
         DrawBand(map, points);
     // The direct-to leg runs from where it was chosen to its own waypoint.
-    if (g_app.DirectToStartLatitude.load() != 0) {
-        DrawBand(map, {ChartPoint(g_app.DirectToStartLatitude.load(),
-                                  g_app.DirectToStartLongitude.load()),
-                       ChartPoint(g_app.DirectToTargetLatitude, g_app.DirectToTargetLongitude)});
+    if (g_app.leg.DirectToStartLatitude.load() != 0) {
+        DrawBand(map, {ChartPoint(g_app.leg.DirectToStartLatitude.load(),
+                                  g_app.leg.DirectToStartLongitude.load()),
+                       ChartPoint(g_app.leg.DirectToTargetLatitude, g_app.leg.DirectToTargetLongitude)});
     }
     map.SetPen({});
-    g_app.MapBurntRoute = RouteToBurn(sectors);
-    g_app.MapRouteBurnt = true;
+    g_app.view.MapBurntRoute = RouteToBurn(sectors);
+    g_app.view.MapRouteBurnt = true;
 }
 
 void RefreshBurntRoute(const std::vector<SectorRecord>& sectors) {
-    if (!g_app.MapLoaded || g_app.ViewMode != kViewMap)
+    if (!g_app.view.MapLoaded || g_app.settings.ViewMode != kViewMap)
         return;
-    if (g_app.MapRouteBurnt && g_app.MapBurntRoute == RouteToBurn(sectors))
+    if (g_app.view.MapRouteBurnt && g_app.view.MapBurntRoute == RouteToBurn(sectors))
         return;
     // The chart's own pixels are on disk only: load it again and burn the route afresh,
     // keeping where the view was centred.
-    const std::int32_t centreX = g_app.MapCenterX, centreY = g_app.MapCenterY;
-    const std::int32_t aircraftX = g_app.AircraftScreenX, aircraftY = g_app.AircraftScreenY;
-    const std::u16string path(g_app.CurrentMapPath.view());
+    const std::int32_t centreX = g_app.view.MapCenterX, centreY = g_app.view.MapCenterY;
+    const std::int32_t aircraftX = g_app.view.AircraftScreenX, aircraftY = g_app.view.AircraftScreenY;
+    const std::u16string path(g_app.view.CurrentMapPath.view());
     if (LoadMapBitmap(path) != 0) {
-        g_app.MapRouteBurnt = false;
+        g_app.view.MapRouteBurnt = false;
         return;
     }
-    g_app.MapCenterX = centreX;
-    g_app.MapCenterY = centreY;
-    g_app.AircraftScreenX = aircraftX;
-    g_app.AircraftScreenY = aircraftY;
+    g_app.view.MapCenterX = centreX;
+    g_app.view.MapCenterY = centreY;
+    g_app.view.AircraftScreenX = aircraftX;
+    g_app.view.AircraftScreenY = aircraftY;
 }
 
 }  // namespace aerix

@@ -17,12 +17,12 @@ namespace {
 constexpr int kMaxMiles = 51;
 
 int MilesLength(double latitude) {
-    return MapRow(g_app.MapCalibration, 50.0) - MapRow(g_app.MapCalibration, latitude);
+    return MapRow(g_app.view.MapCalibration, 50.0) - MapRow(g_app.view.MapCalibration, latitude);
 }
 }  // namespace
 
 void DrawScaleBar(MapReadouts& readouts) {
-    const double zoom = g_app.MapZoom;
+    const double zoom = g_app.view.MapZoom;
     int n = 6;
     double lat = 50.1;
     int length = MilesLength(lat);

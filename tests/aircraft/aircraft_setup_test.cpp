@@ -20,12 +20,12 @@ using E = AircraftEditDialog;
 class AircraftSetup : public ::testing::Test {
   protected:
     void SetUp() override {
-        g_app.AircraftReg.assign(u"G-CESS");
+        g_app.settings.AircraftReg.assign(u"G-CESS");
         CreateDefaultData();
         LoadCurrentAircraft();
         // A one-sector plan flown at the current aircraft's cruise speed.
-        g_app.CurrentPlanId = CreatePlanDatabase(u"Trip");
-        g_app.ActivePlanName.assign(u"Trip");
+        g_app.settings.CurrentPlanId = CreatePlanDatabase(u"Trip");
+        g_app.settings.ActivePlanName.assign(u"Trip");
         DbHandle h = OpenDatabase(u"Trip", schema::kSecNumber);
         SectorRecord s;
         s.SectorNumber = 1;
@@ -107,8 +107,8 @@ TEST_F(AircraftSetup, AddMetricAircraftMakeItActiveAndWorkItsBalance) {
     EXPECT_EQ(d.Lines().size(), before + 1);
     EXPECT_EQ(platform_.Ui().Boxes().back().text, "make active a/c?");
     EXPECT_EQ(platform_.Ui().Boxes().back().caption, "Warning");
-    EXPECT_EQ(g_app.AircraftReg.view(), u"OE-KDV");
-    EXPECT_EQ(g_app.FuelUnits, static_cast<std::uint32_t>(kFuelLitres));
+    EXPECT_EQ(g_app.settings.AircraftReg.view(), u"OE-KDV");
+    EXPECT_EQ(g_app.aircraft.FuelUnits, static_cast<std::uint32_t>(kFuelLitres));
     EXPECT_EQ(SectorTas(), 105);  // the plan was recomputed with its airspeeds
 
     auto stations = ReadStations(u"OE-KDV");
@@ -150,8 +150,8 @@ TEST_F(AircraftSetup, EditRenamesStationsPointsAndTheCurrentSetting) {
     ASSERT_TRUE(d.Finish(*e, platform::kIdOk));
     // Already active: no question, the new figures apply and the plan follows.
     EXPECT_TRUE(platform_.Ui().Boxes().empty());
-    EXPECT_EQ(g_app.AircraftReg.view(), u"G-CESX");
-    EXPECT_EQ(g_app.CurrentAircraft.CruiseTas, 120);
+    EXPECT_EQ(g_app.settings.AircraftReg.view(), u"G-CESX");
+    EXPECT_EQ(g_app.aircraft.CurrentAircraft.CruiseTas, 120);
     EXPECT_EQ(SectorTas(), 120);
     EXPECT_TRUE(ReadStations(u"G-CESS").empty());
     EXPECT_TRUE(ReadEnvelopePoints(u"G-CESS").empty());
@@ -188,7 +188,7 @@ TEST_F(AircraftSetup, AnAircraftWriteRefusedAfterItsStationsKeepsTheAircraftAsIt
     e->RemoveStation(5);
     EXPECT_FALSE(d.Finish(*e, platform::kIdOk));
     EXPECT_EQ(platform_.Ui().Boxes().size(), 1u);
-    EXPECT_EQ(g_app.AircraftReg.view(), u"G-CESS");
+    EXPECT_EQ(g_app.settings.AircraftReg.view(), u"G-CESS");
     EXPECT_EQ(ReadStations(u"G-CESS").size(), 6u);
     EXPECT_EQ(ReadEnvelopePoints(u"G-CESS").size(), 6u);
     EXPECT_TRUE(ReadStations(u"G-CESX").empty());
@@ -279,11 +279,11 @@ TEST_F(AircraftSetup, ChoosingAnAircraftAsksThenMakesItActive) {
     d.Open();
     d.Select(IndexOf(d, u"G-MALI"));
     EXPECT_FALSE(d.Choose());  // No
-    EXPECT_EQ(g_app.AircraftReg.view(), u"G-CESS");
+    EXPECT_EQ(g_app.settings.AircraftReg.view(), u"G-CESS");
     EXPECT_EQ(SectorTas(), 0);
     platform_.Ui().AnswerNext(platform::kIdYes);
     EXPECT_TRUE(d.Choose());
-    EXPECT_EQ(g_app.AircraftReg.view(), u"G-MALI");
+    EXPECT_EQ(g_app.settings.AircraftReg.view(), u"G-MALI");
     EXPECT_EQ(SectorTas(), 170);
     EXPECT_NE(d.Lines()[static_cast<std::size_t>(IndexOf(d, u"G-MALI"))].find('*'),
               std::string::npos);

@@ -16,7 +16,7 @@ class FuelPlanTest : public ::testing::Test {
     void SetUp() override {
         CreateDefaultData();
         CreatePlanDatabase(u"Trip");
-        g_app.ActivePlanName.assign(u"Trip");
+        g_app.settings.ActivePlanName.assign(u"Trip");
     }
     // Sectors with only phase, fuel and ground speed: what the fuel plan reads.
     void Sectors(std::initializer_list<std::pair<std::int16_t, double>> phaseFuel,
@@ -36,17 +36,17 @@ class FuelPlanTest : public ::testing::Test {
 };
 
 TEST_F(FuelPlanTest, TheCurrentAircraftIsLoadedAtStartAndWhenChosen) {
-    EXPECT_EQ(g_app.FuelUnits, 0u);  // first start: the aircraft were only written
+    EXPECT_EQ(g_app.aircraft.FuelUnits, 0u);  // first start: the aircraft were only written
     platform_.Restart();
-    g_app.AircraftReg.assign(u"G-MALI");
+    g_app.settings.AircraftReg.assign(u"G-MALI");
     CreateDefaultData();
-    EXPECT_EQ(g_app.TaxiFuel, 1.5);
-    EXPECT_EQ(g_app.FuelUnits, kFuelUsGallons);
+    EXPECT_EQ(g_app.aircraft.TaxiFuel, 1.5);
+    EXPECT_EQ(g_app.aircraft.FuelUnits, kFuelUsGallons);
     EXPECT_TRUE(MakeAircraftCurrent(u"G-TIGR"));
-    EXPECT_EQ(g_app.AircraftReg.view(), u"G-TIGR");
-    EXPECT_EQ(g_app.TaxiFuel, 0.5);
+    EXPECT_EQ(g_app.settings.AircraftReg.view(), u"G-TIGR");
+    EXPECT_EQ(g_app.aircraft.TaxiFuel, 0.5);
     EXPECT_FALSE(MakeAircraftCurrent(u"G-NONE"));
-    EXPECT_EQ(g_app.AircraftReg.view(), u"G-TIGR");
+    EXPECT_EQ(g_app.settings.AircraftReg.view(), u"G-TIGR");
     EXPECT_EQ(ListAircraft().size(), 6u);
     // The readings of the record agree with the default aircraft.
     for (const AircraftRecord& a : DefaultAircraft()) {
@@ -69,8 +69,8 @@ TEST_F(FuelPlanTest, TheCurrentAircraftIsLoadedAtStartAndWhenChosen) {
 }
 
 TEST_F(FuelPlanTest, CalculateModeSumsPhasesAndAddsContingencyAndHolding) {
-    g_app.TaxiFuel = 2.0;
-    g_app.FuelUnits = kFuelUsGallons;
+    g_app.aircraft.TaxiFuel = 2.0;
+    g_app.aircraft.FuelUnits = kFuelUsGallons;
     Sectors({{1, 10.0}, {2, 22.5}, {3, 7.5}, {4, 100.0}});  // phase 4 adds nothing
     FuelPlanDialog d;
     d.Open();
@@ -81,11 +81,11 @@ TEST_F(FuelPlanTest, CalculateModeSumsPhasesAndAddsContingencyAndHolding) {
     EXPECT_EQ(d.Descent(), "7.5");
     EXPECT_EQ(d.Taxi(), "2.0");
     EXPECT_EQ(d.Total(), "42");  // 40 + 2 + 0.5, truncated
-    EXPECT_EQ(g_app.PlanTripFuel, 40.0);
+    EXPECT_EQ(g_app.aircraft.PlanTripFuel, 40.0);
     d.SetContingency("10");
     d.SetHolding("5");
     EXPECT_EQ(d.Total(), "51");
-    EXPECT_EQ(g_app.PlanTotalFuel, 51u);
+    EXPECT_EQ(g_app.aircraft.PlanTotalFuel, 51u);
     d.SetHolding("five");  // reads as 0
     EXPECT_EQ(d.Total(), "46");
     EXPECT_EQ(d.Close(1), 1);
@@ -93,9 +93,9 @@ TEST_F(FuelPlanTest, CalculateModeSumsPhasesAndAddsContingencyAndHolding) {
 }
 
 TEST_F(FuelPlanTest, LoadedModeShowsTheReserve) {
-    g_app.TaxiFuel = 1.0;
+    g_app.aircraft.TaxiFuel = 1.0;
     Sectors({{2, 20.0}});
-    g_app.FuelCalc = 0;
+    g_app.settings.FuelCalc = 0;
     FuelPlanDialog d;
     d.Open();
     EXPECT_FALSE(d.CalculateChecked());
@@ -104,20 +104,20 @@ TEST_F(FuelPlanTest, LoadedModeShowsTheReserve) {
     EXPECT_EQ(d.Total(), "0");
     d.SetInTanks("40");
     EXPECT_EQ(d.Reserve(), "19");
-    EXPECT_EQ(g_app.PlanTotalFuel, 40u);
+    EXPECT_EQ(g_app.aircraft.PlanTotalFuel, 40u);
     d.ChooseCalculate();
-    EXPECT_EQ(g_app.FuelCalc, 1);
+    EXPECT_EQ(g_app.settings.FuelCalc, 1);
     EXPECT_TRUE(d.CalculateFieldsShown());
     EXPECT_EQ(d.Total(), "21");
     d.ChooseLoaded();
-    EXPECT_EQ(g_app.FuelCalc, 0);
+    EXPECT_EQ(g_app.settings.FuelCalc, 0);
     EXPECT_EQ(d.Total(), "40");
 }
 
 // A headwind faster than the aircraft leaves a negative ground speed, time and fuel: the phase
 // and every figure built on it show dashes, never a negative or wrapped number.
 TEST_F(FuelPlanTest, ASectorThatCannotBeFlownLeavesNoFigures) {
-    g_app.TaxiFuel = 1.0;
+    g_app.aircraft.TaxiFuel = 1.0;
     Sectors({{1, 3.0}});
     Sectors({{2, -9.2}}, -35);
     FuelPlanDialog d;
@@ -125,7 +125,7 @@ TEST_F(FuelPlanTest, ASectorThatCannotBeFlownLeavesNoFigures) {
     EXPECT_EQ(d.Climb(), "3.0");
     EXPECT_EQ(d.Cruise(), "---");
     EXPECT_EQ(d.Total(), "---");
-    EXPECT_EQ(g_app.PlanTotalFuel, 0u);
+    EXPECT_EQ(g_app.aircraft.PlanTotalFuel, 0u);
     d.SetContingency("10");
     d.SetHolding("5");
     EXPECT_EQ(d.Total(), "---");
@@ -133,17 +133,17 @@ TEST_F(FuelPlanTest, ASectorThatCannotBeFlownLeavesNoFigures) {
     d.SetInTanks("40");
     EXPECT_EQ(d.Reserve(), "---");
     EXPECT_EQ(d.Total(), "40");  // what is in the tanks stays a figure
-    EXPECT_EQ(g_app.PlanTotalFuel, 40u);
+    EXPECT_EQ(g_app.aircraft.PlanTotalFuel, 40u);
 }
 
 TEST_F(FuelPlanTest, AnEmptyPlanLeavesThePhaseFieldsAndTotalsTheTaxiFuel) {
-    g_app.TaxiFuel = 1.5;
+    g_app.aircraft.TaxiFuel = 1.5;
     FuelPlanDialog d;
     d.Open();
     EXPECT_EQ(d.Climb(), "");
     EXPECT_EQ(d.UnitsLabel(), "");  // no fuel units known
     EXPECT_EQ(d.Total(), "2");      // 1.5 rounded half up
-    EXPECT_EQ(g_app.PlanTripFuel, 0.0);
+    EXPECT_EQ(g_app.aircraft.PlanTripFuel, 0.0);
 }
 
 }  // namespace

@@ -206,7 +206,7 @@ TEST(EnvelopeGraph, WidensToShowAPointOffTheGraphAndTicksAreRound) {
 class WeightBalanceDialogs : public ::testing::Test {
   protected:
     void SetUp() override {
-        g_app.AircraftReg.assign(u"G-CESS");
+        g_app.settings.AircraftReg.assign(u"G-CESS");
         CreateDefaultData();
     }
     TestPlatform platform_;
@@ -226,7 +226,7 @@ TEST_F(WeightBalanceDialogs, LoadingPassesToTheResult) {
     load.SetText(2, "340");
     EXPECT_EQ(load.Note(1), "= 239.8 lb");
     ASSERT_TRUE(load.Ok());
-    EXPECT_EQ(g_app.WbLoading.FuelQuantity, 40.0);
+    EXPECT_EQ(g_app.aircraft.WbLoading.FuelQuantity, 40.0);
 
     WeightBalanceResultDialog result;
     ASSERT_TRUE(result.Open());
@@ -251,11 +251,11 @@ TEST_F(WeightBalanceDialogs, BadLoadsAreRefusedAndNothingPasses) {
         EXPECT_FALSE(load.Ok()) << bad;
         EXPECT_EQ(platform_.Ui().BoxTexts().back(), "ROW1: enter a weight from 0 to 100000 lb");
     }
-    EXPECT_TRUE(g_app.WbLoading.Aircraft.empty());
+    EXPECT_TRUE(g_app.aircraft.WbLoading.Aircraft.empty());
     WeightBalanceResultDialog result;
     EXPECT_FALSE(result.Open());
 
-    g_app.AircraftReg.assign(u"G-GONE");
+    g_app.settings.AircraftReg.assign(u"G-GONE");
     WeightBalanceLoadingDialog none;
     EXPECT_FALSE(none.Open());
 }
@@ -263,7 +263,7 @@ TEST_F(WeightBalanceDialogs, BadLoadsAreRefusedAndNothingPasses) {
 TEST_F(WeightBalanceDialogs, SenecaForwardBaggageTakesItForwardOfTheLimit) {
     // APS 3212 @ 88.5 = 284262; FWD BAGS 400 @ 22.5 = 9000: 3612 lb @ 81.19, while the forward
     // limit at 3612 lb is 83.1 + 12 / 200 x 1.1 = 83.17.
-    g_app.AircraftReg.assign(u"G-SNCA");
+    g_app.settings.AircraftReg.assign(u"G-SNCA");
     WeightBalanceLoadingDialog load;
     ASSERT_TRUE(load.Open());
     for (std::size_t i = 0; i < load.Rows().size(); ++i)

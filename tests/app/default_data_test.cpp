@@ -57,26 +57,26 @@ TEST(DefaultData, WindTablePresentAndMapsMissingWritesOnlyTheMaps) {
 TEST(DefaultData, LaterStartsKeepTheUsersDataAndLoadTheCurrentAircraft) {
     testing::TestPlatform tp;
     CreateDefaultData();
-    EXPECT_TRUE(g_app.CurrentAircraft.Name.empty()) << "nothing is read on the creating start";
+    EXPECT_TRUE(g_app.aircraft.CurrentAircraft.Name.empty()) << "nothing is read on the creating start";
     EXPECT_TRUE(DeleteWind(0));
     tp.Restart();
-    g_app.AircraftReg.assign(u"G-MALI");
+    g_app.settings.AircraftReg.assign(u"G-MALI");
     CreateDefaultData();
     EXPECT_EQ(Winds().size(), 3u) << "single deleted records do not come back";
-    EXPECT_EQ(g_app.CurrentAircraft.Name, u"G-MALI");
-    EXPECT_EQ(g_app.CurrentAircraft.TypeDesignator, u"PA46");
-    EXPECT_EQ(g_app.CurrentAircraft.CruiseTas, 170);
-    EXPECT_EQ(g_app.CurrentAircraft.EmptyArm, 135.1);
+    EXPECT_EQ(g_app.aircraft.CurrentAircraft.Name, u"G-MALI");
+    EXPECT_EQ(g_app.aircraft.CurrentAircraft.TypeDesignator, u"PA46");
+    EXPECT_EQ(g_app.aircraft.CurrentAircraft.CruiseTas, 170);
+    EXPECT_EQ(g_app.aircraft.CurrentAircraft.EmptyArm, 135.1);
 
     // A whole deleted database comes back with its defaults.
     std::uint32_t n = 0;
     CeOid maps = OpenDatabase(schema::kMapsName, schema::kMapPath, &n).DatabaseOid();
     ASSERT_TRUE(DeleteDatabase(maps));
     tp.Restart();
-    g_app.AircraftReg.assign(u"G-NONE");
+    g_app.settings.AircraftReg.assign(u"G-NONE");
     CreateDefaultData();
     EXPECT_EQ(MapPaths().size(), 4u);
-    EXPECT_TRUE(g_app.CurrentAircraft.Name.empty());
+    EXPECT_TRUE(g_app.aircraft.CurrentAircraft.Name.empty());
     EXPECT_TRUE(tp.Ui().BoxTexts().empty());
 }
 

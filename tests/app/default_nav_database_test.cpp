@@ -27,11 +27,11 @@ TEST(DefaultNavDatabase, TheShippedListBecomesWorldOnceAndLoadsWhole) {
     EXPECT_EQ(platform::CheckVolumeFile(volume, u"World"), platform::VolumeFileState::kWhole);
     EXPECT_FALSE(fs::exists(volume.string() + "-wal"));
 
-    g_app.NavDatabaseName.assign(u"World");
+    g_app.settings.NavDatabaseName.assign(u"World");
     LoadNavDatabase();
-    EXPECT_EQ(g_app.NavEntryCount, 5210u);
+    EXPECT_EQ(g_app.nav.NavEntryCount, 5210u);
     bool heathrow = false;
-    for (const NavEntry& e : g_app.NavDatabase)
+    for (const NavEntry& e : g_app.nav.NavDatabase)
         heathrow = heathrow || (e.ident.view() == u"EGLL" && e.type == 1);
     EXPECT_TRUE(heathrow);
     EXPECT_TRUE(platform.Ui().Boxes().empty());

@@ -36,7 +36,7 @@ class FlightScenarioTest : public ::testing::Test {
   protected:
     void SetUp() override {
         p.Clock().SetUtc({2026, 6, 1, 12, 0, 0});
-        g_app.ActivePlanName.assign(u"Trip");
+        g_app.settings.ActivePlanName.assign(u"Trip");
         ASSERT_NE(CreatePlanDatabase(u"Trip"), 0u);
         DbHandle h = OpenDatabase(u"Trip", schema::kSecNumber);
         for (int i = 0; i < 3; ++i) {
@@ -79,11 +79,11 @@ TEST_F(FlightScenarioTest, DirectToInTheMiddleThenThePlanFromWhereItEnds) {
         ++step;
         if (step == 20) {
             // On the first leg, direct to Charlie.
-            ASSERT_EQ(g_app.ActiveSectorIndex.load(), 0u);
+            ASSERT_EQ(g_app.leg.ActiveSectorIndex.load(), 0u);
             ASSERT_TRUE(DirectTo({u"Charlie", u"CHRLY", kRoute[2].lat, kRoute[2].lon}));
             return;
         }
-        if (g_app.DirectToStartLatitude.load() != 0) {
+        if (g_app.leg.DirectToStartLatitude.load() != 0) {
             ASSERT_TRUE(in.leg.direct);
             if (++directSteps == 5) {
                 barDuringDirect = DataBarText(in.leg.bar);
@@ -95,12 +95,12 @@ TEST_F(FlightScenarioTest, DirectToInTheMiddleThenThePlanFromWhereItEnds) {
         if (directSteps > 0 && !directEnded) {
             directEnded = true;
             // Reaching Charlie ended the direct-to: on with Charlie -> Delta.
-            EXPECT_EQ(g_app.ActiveSectorIndex.load(), 2u);
+            EXPECT_EQ(g_app.leg.ActiveSectorIndex.load(), 2u);
             EXPECT_EQ(in.leg.bar.name, u"DELTA");
             return;
         }
         if (directEnded) {
-            trackAfter = g_app.Fix.trueTrack;
+            trackAfter = g_app.gps.Fix.trueTrack;
             stop.request_stop();
         }
         if (step > 2000)
@@ -123,7 +123,7 @@ TEST_F(FlightScenarioTest, ResumePlanAndDirectToNeedAPosition) {
     SectorEnd charlie{u"Charlie", u"CHRLY", kRoute[2].lat, kRoute[2].lon};
     // No fix yet: refused in words, nothing changes.
     EXPECT_FALSE(DirectTo(charlie));
-    EXPECT_EQ(g_app.DirectToStartLatitude.load(), 0);
+    EXPECT_EQ(g_app.leg.DirectToStartLatitude.load(), 0);
     EXPECT_EQ(p.Ui().Boxes().size(), 1u);
 
     GpsFix fix;
@@ -131,7 +131,7 @@ TEST_F(FlightScenarioTest, ResumePlanAndDirectToNeedAPosition) {
     fix.longitude = kDeg / 10;
     fix.trueTrack = 90;
     fix.positionKnown = true;
-    g_app.PublishedFix.Publish(fix);
+    g_app.gps.PublishedFix.Publish(fix);
     EXPECT_EQ(Paint().leg.bar.name, u"BRAVO");
     ASSERT_TRUE(DirectTo(charlie));
     InstrumentFrameInput in = Paint();

@@ -60,7 +60,7 @@ class ScriptedDialogs : public DialogHost {
     int Run(Dialog dialog) override {
         opened.push_back(dialog);
         if (dialog == Dialog::Loading)
-            g_app.ArraysPending = 0;
+            g_app.nav.ArraysPending = 0;
         auto it = answers.find(dialog);
         return it == answers.end() ? kDialogOk : it->second;
     }
@@ -95,14 +95,14 @@ class MainWindowTest : public ::testing::Test {
 
 TEST_F(MainWindowTest, StartUpCreatesPlan1AndChoosesTheDatabase) {
     ASSERT_TRUE(Start());
-    EXPECT_EQ(g_app.ActivePlanName.utf8(), "Plan1");
-    EXPECT_NE(g_app.CurrentPlanId, 0u);
-    EXPECT_TRUE(DatabaseOfType(g_app.CurrentPlanId, schema::kPlanType));
-    EXPECT_EQ(g_app.NavDatabaseName.utf8(), "World");
-    EXPECT_EQ(g_app.PortName.utf8(), "COM1:");
-    EXPECT_EQ(g_app.ViewStateWord, 0x64001Fu);
-    EXPECT_EQ(g_app.ArraysPending, 1);
-    EXPECT_EQ(g_app.ViewMode, static_cast<std::uint32_t>(kViewNone));
+    EXPECT_EQ(g_app.settings.ActivePlanName.utf8(), "Plan1");
+    EXPECT_NE(g_app.settings.CurrentPlanId, 0u);
+    EXPECT_TRUE(DatabaseOfType(g_app.settings.CurrentPlanId, schema::kPlanType));
+    EXPECT_EQ(g_app.settings.NavDatabaseName.utf8(), "World");
+    EXPECT_EQ(g_app.settings.PortName.utf8(), "COM1:");
+    EXPECT_EQ(g_app.view.ViewStateWord, 0x64001Fu);
+    EXPECT_EQ(g_app.nav.ArraysPending, 1);
+    EXPECT_EQ(g_app.settings.ViewMode, static_cast<std::uint32_t>(kViewNone));
     EXPECT_EQ(window_.childWindows, 1);
     EXPECT_EQ(dialogs_.opened, (std::vector<Dialog>{Dialog::Splash, Dialog::Disclaimer}));
     // First run: EnableHotKeys is 1 in memory, so the buttons are registered.
@@ -163,7 +163,7 @@ TEST_F(MainWindowTest, FeedsNeedAMovingView) {
         ASSERT_EQ(platform_.Ui().Boxes().size(), 1u);
         EXPECT_EQ(platform_.Ui().Boxes()[0].text, text);
         EXPECT_EQ(platform_.Ui().Boxes()[0].caption, "Warning");
-        EXPECT_EQ(g_app.GpsSource, static_cast<std::uint32_t>(kSourceNone));
+        EXPECT_EQ(g_app.settings.GpsSource, static_cast<std::uint32_t>(kSourceNone));
         EXPECT_TRUE(main_->Menu().Enabled(id));
         EXPECT_FALSE(main_->Menu().Enabled(kStopSimulation));
     }
@@ -173,7 +173,7 @@ TEST_F(MainWindowTest, SimulationStartAndStopSwitchTheMenu) {
     ASSERT_TRUE(Start());
     main_->OnCommand(kShowMap);
     main_->OnCommand(kStartSimulation);
-    EXPECT_EQ(g_app.GpsSource, static_cast<std::uint32_t>(kSourceSimulated));
+    EXPECT_EQ(g_app.settings.GpsSource, static_cast<std::uint32_t>(kSourceSimulated));
     EXPECT_EQ(platform_.Ui().Titles().back(), "Simulated GPS data");
     for (unsigned id : {kConnectGps, kStartSimulation, kPlaybackNorm, kPlaybackFast})
         EXPECT_FALSE(main_->Menu().Enabled(id)) << id;
@@ -181,10 +181,10 @@ TEST_F(MainWindowTest, SimulationStartAndStopSwitchTheMenu) {
         EXPECT_TRUE(main_->Menu().Enabled(id)) << id;
     // A second start while one runs changes nothing.
     main_->OnCommand(kStartSimulation);
-    EXPECT_EQ(g_app.GpsSource, static_cast<std::uint32_t>(kSourceSimulated));
+    EXPECT_EQ(g_app.settings.GpsSource, static_cast<std::uint32_t>(kSourceSimulated));
 
     main_->OnCommand(kStopSimulation);
-    EXPECT_EQ(g_app.GpsSource, static_cast<std::uint32_t>(kSourceNone));
+    EXPECT_EQ(g_app.settings.GpsSource, static_cast<std::uint32_t>(kSourceNone));
     EXPECT_EQ(platform_.Ui().Titles().back(), "Aerix");
     for (unsigned id : {kConnectGps, kStartSimulation, kPlaybackNorm})
         EXPECT_TRUE(main_->Menu().Enabled(id)) << id;
@@ -211,38 +211,38 @@ TEST_F(MainWindowTest, KeysRouteByViewAndLimits) {
         {193, kViewPlan}, {194, kViewMap}, {195, kViewInstruments}, {196, kViewInstruments}};
     for (auto [key, view] : buttons) {
         main_->OnKeyUp(key);
-        EXPECT_EQ(g_app.ViewMode, view) << key;
+        EXPECT_EQ(g_app.settings.ViewMode, view) << key;
     }
     main_->OnKeyUp(195);
-    EXPECT_EQ(g_app.InstrumentAerix, 1);  // 195 is AERIX
+    EXPECT_EQ(g_app.view.InstrumentAerix, 1);  // 195 is AERIX
     main_->OnKeyUp(196);
-    EXPECT_EQ(g_app.InstrumentAerix, 0);  // 196 is HSI
+    EXPECT_EQ(g_app.view.InstrumentAerix, 0);  // 196 is HSI
 
     // Instrument range: Up doubles below 16, Down halves from 2.
     for (int i = 0; i < 6; ++i)
         main_->OnKeyUp(vk::kUp);
-    EXPECT_EQ(g_app.InstrumentRangeStep, 16u);
+    EXPECT_EQ(g_app.view.InstrumentRangeStep, 16u);
     for (int i = 0; i < 6; ++i)
         main_->OnKeyUp(vk::kDown);
-    EXPECT_EQ(g_app.InstrumentRangeStep, 1u);
+    EXPECT_EQ(g_app.view.InstrumentRangeStep, 1u);
 
     main_->OnKeyUp(194);
     for (int i = 0; i < 4; ++i)
         main_->OnKeyUp(vk::kUp);
-    EXPECT_EQ(g_app.MapZoom, 4.0);
+    EXPECT_EQ(g_app.view.MapZoom, 4.0);
     for (int i = 0; i < 6; ++i)
         main_->OnKeyUp(vk::kDown);
-    EXPECT_EQ(g_app.MapZoom, 0.25);
+    EXPECT_EQ(g_app.view.MapZoom, 0.25);
     main_->OnKeyUp(vk::kLeft);
-    EXPECT_EQ(g_app.MapChangeRequest, 1);
+    EXPECT_EQ(g_app.view.MapChangeRequest, 1);
     main_->OnKeyUp(vk::kRight);
-    EXPECT_EQ(g_app.MapChangeRequest, -1);
+    EXPECT_EQ(g_app.view.MapChangeRequest, -1);
 
     // Unregistered buttons do nothing.
     main_->OnCommand(kShowMap);
     platform_.Keys().Unregister(193);
     main_->OnKeyUp(193);
-    EXPECT_EQ(g_app.ViewMode, static_cast<std::uint32_t>(kViewMap));
+    EXPECT_EQ(g_app.settings.ViewMode, static_cast<std::uint32_t>(kViewMap));
 }
 
 TEST_F(MainWindowTest, ConfirmationsActOnlyOnYes) {
@@ -270,12 +270,12 @@ TEST_F(MainWindowTest, ConfirmationsActOnlyOnYes) {
 TEST_F(MainWindowTest, CalibrationPaintsOnceThenOpensTheDialog) {
     ASSERT_TRUE(Start());
     main_->OnCommand(kCalibrateNe);
-    EXPECT_EQ(g_app.ViewMode, static_cast<std::uint32_t>(kViewCalibrate));
-    EXPECT_EQ(g_app.CalibrateCorner, 1);
+    EXPECT_EQ(g_app.settings.ViewMode, static_cast<std::uint32_t>(kViewCalibrate));
+    EXPECT_EQ(g_app.view.CalibrateCorner, 1);
     platform::RecordingCanvas canvas;
     main_->OnPaint(canvas);
     EXPECT_EQ(window_.beeps, 1);
-    EXPECT_EQ(g_app.ViewMode, static_cast<std::uint32_t>(kViewMapEdit));
+    EXPECT_EQ(g_app.settings.ViewMode, static_cast<std::uint32_t>(kViewMapEdit));
     window_.RunPosted();
     EXPECT_EQ(dialogs_.Count(Dialog::Calibrate), 1);
 }
@@ -292,8 +292,8 @@ TEST_F(MainWindowTest, ExitSavesTwiceAndStopsTheFeed) {
     main_->OnCommand(kStartSimulation);
     main_->OnCommand(kExit);
     EXPECT_EQ(acRegWrites, 1);
-    EXPECT_EQ(g_app.GpsSource, static_cast<std::uint32_t>(kSourceNone));
-    EXPECT_FALSE(g_app.GpsThread.joinable());
+    EXPECT_EQ(g_app.settings.GpsSource, static_cast<std::uint32_t>(kSourceNone));
+    EXPECT_FALSE(g_app.gps.GpsThread.joinable());
     EXPECT_FALSE(platform_.Keys().IsRegistered(193));
     main_->Destroy();
     EXPECT_EQ(acRegWrites, 2);
@@ -301,8 +301,8 @@ TEST_F(MainWindowTest, ExitSavesTwiceAndStopsTheFeed) {
     platform_.Restart();
     CreateDefaultSettings();
     LoadSettings();
-    EXPECT_EQ(g_app.ActivePlanName.utf8(), "Plan1");
-    EXPECT_EQ(g_app.NavDatabaseName.utf8(), "World");
+    EXPECT_EQ(g_app.settings.ActivePlanName.utf8(), "Plan1");
+    EXPECT_EQ(g_app.settings.NavDatabaseName.utf8(), "World");
 }
 
 TEST_F(MainWindowTest, MenuTableIsComplete) {
@@ -365,14 +365,14 @@ TEST_F(MainWindowTest, OpeningAPlanStopsTheFeed) {
     ASSERT_TRUE(Start());
     main_->OnCommand(cmd::kShowMap);
     main_->OnCommand(cmd::kStartSimulation);
-    g_app.ArraysPending = 0;
+    g_app.nav.ArraysPending = 0;
     dialogs_.answers[Dialog::OpenPlan] = kDialogCancel;
     main_->OnCommand(cmd::kOpenPlan);
-    EXPECT_EQ(g_app.GpsSource, static_cast<std::uint32_t>(kSourceSimulated));
+    EXPECT_EQ(g_app.settings.GpsSource, static_cast<std::uint32_t>(kSourceSimulated));
     dialogs_.answers[Dialog::OpenPlan] = kDialogOk;
     main_->OnCommand(cmd::kOpenPlan);
-    EXPECT_EQ(g_app.GpsSource, static_cast<std::uint32_t>(kSourceNone));
-    EXPECT_EQ(g_app.ArraysPending, 1);
+    EXPECT_EQ(g_app.settings.GpsSource, static_cast<std::uint32_t>(kSourceNone));
+    EXPECT_EQ(g_app.nav.ArraysPending, 1);
     EXPECT_TRUE(main_->Menu().Enabled(cmd::kStartSimulation));
 }
 
@@ -424,7 +424,7 @@ TEST_F(MainWindowTest, InstrumentViewDrawsOnItsOwnThreadOnlyWhenSomethingChanged
     platform::RecordingCanvas view;
     main_->OnPaint(view);
     held.WaitStarted(1);
-    EXPECT_TRUE(g_app.InstrumentDrawingRunning.load());
+    EXPECT_TRUE(g_app.gps.InstrumentDrawingRunning.load());
     // Paints while it draws start nothing more.
     main_->OnPaint(view);
     main_->OnCommand(kButtonUp);
@@ -432,7 +432,7 @@ TEST_F(MainWindowTest, InstrumentViewDrawsOnItsOwnThreadOnlyWhenSomethingChanged
     EXPECT_EQ(held.Started(), 1);
     held.Release();
     main_->Instruments().Wait();
-    EXPECT_FALSE(g_app.InstrumentDrawingRunning.load());
+    EXPECT_FALSE(g_app.gps.InstrumentDrawingRunning.load());
 
     // The frame is shown; the range changed meanwhile, so the next drawing starts.
     view.Clear();
@@ -446,14 +446,14 @@ TEST_F(MainWindowTest, InstrumentViewDrawsOnItsOwnThreadOnlyWhenSomethingChanged
     main_->OnPaint(view);
     EXPECT_EQ(held.Started(), 2);
     // A new fix asks for a frame.
-    g_app.PublishedFix.Publish(GpsFix{});
+    g_app.gps.PublishedFix.Publish(GpsFix{});
     main_->OnPaint(view);
     held.WaitStarted(3);
 
     // Leaving the view ends the drawing at once and forgets its frames.
     main_->OnCommand(kShowMap);
     EXPECT_FALSE(main_->Instruments().Running());
-    EXPECT_FALSE(g_app.InstrumentDrawingRunning.load());
+    EXPECT_FALSE(g_app.gps.InstrumentDrawingRunning.load());
     EXPECT_TRUE(main_->Instruments().Shown().Empty());
 
     // So does the exit.
@@ -462,7 +462,7 @@ TEST_F(MainWindowTest, InstrumentViewDrawsOnItsOwnThreadOnlyWhenSomethingChanged
     held.WaitStarted(4);
     main_->OnCommand(kExit);
     EXPECT_FALSE(main_->Instruments().Running());
-    EXPECT_FALSE(g_app.InstrumentDrawingRunning.load());
+    EXPECT_FALSE(g_app.gps.InstrumentDrawingRunning.load());
 }
 
 }  // namespace
@@ -474,7 +474,7 @@ namespace {
 TEST(LoadingDialogTest, LoadsTheWaypointsAndTheAirspace) {
     testing::TestPlatform platform;
     CreateDefaultData();
-    g_app.NavDatabaseName.assign(u"World");
+    g_app.settings.NavDatabaseName.assign(u"World");
     testing::WriteFile(platform.Data().ResolveForWrite("\\My Documents\\Aerix\\EuroAip.txt"),
                        "CTR\xB8"
                        "300000\xB8"
@@ -483,11 +483,11 @@ TEST(LoadingDialogTest, LoadsTheWaypointsAndTheAirspace) {
                        "0\xB8"
                        "0\xB8"
                        "0\xB8\r\n");
-    g_app.ArraysPending = 1;
+    g_app.nav.ArraysPending = 1;
     EXPECT_EQ(LoadingDialogModel().OnTimer(), 1);
-    EXPECT_GT(g_app.NavEntryCount, 1000u);
-    EXPECT_EQ(g_app.AirspaceEntryCount, 1u);
-    EXPECT_EQ(g_app.ArraysPending, 0);
+    EXPECT_GT(g_app.nav.NavEntryCount, 1000u);
+    EXPECT_EQ(g_app.nav.AirspaceEntryCount, 1u);
+    EXPECT_EQ(g_app.nav.ArraysPending, 0);
     EXPECT_TRUE(platform.Ui().BoxTexts().empty());
 }
 
@@ -509,23 +509,23 @@ TEST_F(MainWindowTest, NextWaypointMovesTheFeedOnAndEndsADirectTo) {
     }
     h = {};
     main_->OnCommand(kNextWaypoint);
-    EXPECT_EQ(g_app.ActiveSectorIndex.load(), 1u);
-    EXPECT_EQ(g_app.LegChange.load(), 1);  // the simulator follows
-    g_app.LegChange = 0;
+    EXPECT_EQ(g_app.leg.ActiveSectorIndex.load(), 1u);
+    EXPECT_EQ(g_app.leg.LegChange.load(), 1);  // the simulator follows
+    g_app.leg.LegChange = 0;
 
     // During a direct-to to the third sector's start: the direct-to ends there.
-    g_app.DirectToTargetLatitude = 50 * 6000 + 1200;
-    g_app.DirectToTargetLongitude = 0;
-    g_app.DirectToStartLatitude = 49 * 6000;
+    g_app.leg.DirectToTargetLatitude = 50 * 6000 + 1200;
+    g_app.leg.DirectToTargetLongitude = 0;
+    g_app.leg.DirectToStartLatitude = 49 * 6000;
     main_->OnCommand(kNextWaypoint);
-    EXPECT_EQ(g_app.DirectToStartLatitude.load(), 0);
-    EXPECT_EQ(g_app.ActiveSectorIndex.load(), 2u);
-    EXPECT_EQ(g_app.LegChange.load(), 1);
-    g_app.LegChange = 0;
+    EXPECT_EQ(g_app.leg.DirectToStartLatitude.load(), 0);
+    EXPECT_EQ(g_app.leg.ActiveSectorIndex.load(), 2u);
+    EXPECT_EQ(g_app.leg.LegChange.load(), 1);
+    g_app.leg.LegChange = 0;
     // At the last sector nothing moves.
     main_->OnCommand(kNextWaypoint);
-    EXPECT_EQ(g_app.ActiveSectorIndex.load(), 2u);
-    EXPECT_EQ(g_app.LegChange.load(), 0);
+    EXPECT_EQ(g_app.leg.ActiveSectorIndex.load(), 2u);
+    EXPECT_EQ(g_app.leg.LegChange.load(), 0);
 }
 
 }  // namespace

@@ -20,10 +20,10 @@ using platform::CanvasCall;
 class PlanViewTest : public ::testing::Test {
   protected:
     void SetUp() override {
-        g_app.AircraftReg.assign(u"G-CESS");
+        g_app.settings.AircraftReg.assign(u"G-CESS");
         CreateDefaultData();
-        g_app.CurrentPlanId = CreatePlanDatabase(u"Trip");
-        g_app.ActivePlanName.assign(u"Trip");
+        g_app.settings.CurrentPlanId = CreatePlanDatabase(u"Trip");
+        g_app.settings.ActivePlanName.assign(u"Trip");
     }
 
     // count sectors hopping east along 51N between airports with long names.
@@ -97,18 +97,18 @@ TEST_F(PlanViewTest, NamesAreWholeOnTheirOwnLinesWithTheFiguresBetween) {
     // Scrolled to the end the last sector's end shows; a tap on figures highlights that sector.
     view_.ScrollBy(99);
     texts = Texts();
-    EXPECT_EQ(g_app.PlanScrollRow, 3u);
+    EXPECT_EQ(g_app.view.PlanScrollRow, 3u);
     ASSERT_NE(Find(texts, Utf16ToUtf8(Name(8))), nullptr);
     const CanvasCall* last = Find(texts, "8");
     ASSERT_NE(last, nullptr);
     view_.PenDown(120, last->rect.top + 2);
-    EXPECT_EQ(g_app.HighlightedSector, 7u);
+    EXPECT_EQ(g_app.plan.HighlightedSector, 7u);
     view_.PenDown(120, Find(texts, Utf16ToUtf8(Name(8)))->rect.top + 2);
-    EXPECT_EQ(g_app.HighlightedSector, 7u);
+    EXPECT_EQ(g_app.plan.HighlightedSector, 7u);
     view_.PenDown(120, Find(texts, "4")->rect.top + 2);
-    EXPECT_EQ(g_app.HighlightedSector, 3u);
+    EXPECT_EQ(g_app.plan.HighlightedSector, 3u);
     view_.ScrollBy(-99);
-    EXPECT_EQ(g_app.PlanScrollRow, 0u);
+    EXPECT_EQ(g_app.view.PlanScrollRow, 0u);
 }
 
 }  // namespace

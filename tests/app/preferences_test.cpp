@@ -12,10 +12,10 @@ using Dialog = PreferencesDialog;
 
 // The flag behind each box, in the dialog's order.
 std::uint8_t& Flag(int box) {
-    std::uint8_t* flags[] = {&g_app.ShowLatLonMap, &g_app.ShowLatLonHsi,    &g_app.EnableHotKeys,
-                             &g_app.ShowScaleMap,  &g_app.ShowScaleHsi,     &g_app.ShowAirspace,
-                             &g_app.RecordGpsData, &g_app.OverwriteGpsData, &g_app.ShowTrackPointer,
-                             &g_app.IcaoSearch};
+    std::uint8_t* flags[] = {&g_app.settings.ShowLatLonMap, &g_app.settings.ShowLatLonHsi,    &g_app.settings.EnableHotKeys,
+                             &g_app.settings.ShowScaleMap,  &g_app.settings.ShowScaleHsi,     &g_app.settings.ShowAirspace,
+                             &g_app.settings.RecordGpsData, &g_app.settings.OverwriteGpsData, &g_app.settings.ShowTrackPointer,
+                             &g_app.settings.IcaoSearch};
     return *flags[box];
 }
 
@@ -53,22 +53,22 @@ TEST_F(PreferencesTest, OkCopiesEveryBoxButTheHotKeyBox) {
 }
 
 TEST_F(PreferencesTest, CancelChangesNothingButTheImmediateHotKeyToggle) {
-    g_app.EnableHotKeys = 1;
-    g_app.ShowAirspace = 1;
+    g_app.settings.EnableHotKeys = 1;
+    g_app.settings.ShowAirspace = 1;
     RegisterViewHotKeys();
     dialog.Open();
     dialog.Click(Dialog::kAirspace);
     dialog.Click(Dialog::kUseButtons);
-    EXPECT_EQ(g_app.EnableHotKeys, 0);
+    EXPECT_EQ(g_app.settings.EnableHotKeys, 0);
     EXPECT_FALSE(p.Keys().IsRegistered(193));
     EXPECT_EQ(dialog.Cancel(), 2);
-    EXPECT_EQ(g_app.EnableHotKeys, 0);
-    EXPECT_EQ(g_app.ShowAirspace, 1);
+    EXPECT_EQ(g_app.settings.EnableHotKeys, 0);
+    EXPECT_EQ(g_app.settings.ShowAirspace, 1);
     EXPECT_EQ(p.Ui().Titles().back(), "Aerix");
 
     dialog.Open();
     dialog.Click(Dialog::kUseButtons);
-    EXPECT_EQ(g_app.EnableHotKeys, 1);
+    EXPECT_EQ(g_app.settings.EnableHotKeys, 1);
     EXPECT_EQ(dialog.Cancel(), 2);
     EXPECT_EQ(p.Keys().Calls(),
               (std::vector<int>{193, 194, 195, 196, -193, -194, -195, -196, 193, 194, 195, 196}));
@@ -77,14 +77,14 @@ TEST_F(PreferencesTest, CancelChangesNothingButTheImmediateHotKeyToggle) {
 TEST_F(PreferencesTest, ClearingRecordGpsDataClosesTheRecordingOnOk) {
     auto file = p.Root() / "GpsData.txt";
     for (bool clear : {false, true}) {
-        g_app.RecordGpsData = 1;
-        ASSERT_TRUE(g_app.GpsRecording.Open(file, false));
+        g_app.settings.RecordGpsData = 1;
+        ASSERT_TRUE(g_app.gps.GpsRecording.Open(file, false));
         dialog.Open();
         if (clear)
             dialog.Click(Dialog::kRecordGps);
         dialog.Ok();
-        EXPECT_EQ(g_app.GpsRecording.IsOpen(), !clear);
-        EXPECT_EQ(g_app.RecordGpsData, clear ? 0 : 1);
+        EXPECT_EQ(g_app.gps.GpsRecording.IsOpen(), !clear);
+        EXPECT_EQ(g_app.settings.RecordGpsData, clear ? 0 : 1);
     }
 }
 

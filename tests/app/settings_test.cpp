@@ -32,7 +32,7 @@ class SettingsTest : public ::testing::Test {
   protected:
     // What start-up does: preset the port, write first-run defaults, load.
     void Start() {
-        g_app.PortName.assign(u"COM1:");
+        g_app.settings.PortName.assign(u"COM1:");
         CreateDefaultSettings();
         LoadSettings();
     }
@@ -54,7 +54,7 @@ class SettingsTest : public ::testing::Test {
 
 TEST_F(SettingsTest, FirstStartWritesDefaultsThenLoadsThem) {
     CreateDefaultSettings();
-    EXPECT_EQ(g_app.EnableHotKeys, 1);  // while the registry gets shsinhsi's 0
+    EXPECT_EQ(g_app.settings.EnableHotKeys, 1);  // while the registry gets shsinhsi's 0
     auto stored = Stored();
     EXPECT_EQ(stored.size(), 17u);
     for (auto& v : p.Registry().Values(kSettingsKey)) {
@@ -73,11 +73,11 @@ TEST_F(SettingsTest, FirstStartWritesDefaultsThenLoadsThem) {
         EXPECT_EQ(stored[kFlags[i]], Bytes{written[i]}) << kFlags[i];
 
     LoadSettings();
-    EXPECT_EQ(g_app.AircraftReg.utf8(), "G-CESS");
-    EXPECT_TRUE(g_app.NavDatabaseName.empty() && g_app.ActivePlanName.empty());
-    EXPECT_EQ(g_app.BaudRate, 4800u);
+    EXPECT_EQ(g_app.settings.AircraftReg.utf8(), "G-CESS");
+    EXPECT_TRUE(g_app.settings.NavDatabaseName.empty() && g_app.settings.ActivePlanName.empty());
+    EXPECT_EQ(g_app.settings.BaudRate, 4800u);
     // Each 1-byte flag lands on the low byte of the buffer BaudRate (0x12c0) filled: all read 1.
-    const AppState& s = g_app;
+    const SettingsState& s = g_app.settings;
     EXPECT_EQ(
         (Bytes{s.ShowLatLonMap, s.ShowLatLonHsi, s.ShowScaleMap, s.ShowScaleHsi, s.EnableHotKeys,
                s.ShowAirspace, s.RecordGpsData, s.OverwriteGpsData, s.ShowTrackPointer}),
@@ -102,20 +102,20 @@ TEST_F(SettingsTest, OneByteFlagsKeepTheUpperBytesOfThePreviousRead) {
         SetDword(u"shlinmap", c.shlinmap);
         SetDword(u"shlinhsi", {0});
         LoadSettings();
-        EXPECT_EQ(g_app.ShowLatLonMap, c.expectShlinmap) << int(c.baudLow);
-        EXPECT_EQ(g_app.ShowLatLonHsi, c.expectShlinhsi) << int(c.baudLow);
-        EXPECT_EQ(g_app.ShowScaleMap, 0);  // missing: left as it was, silently
+        EXPECT_EQ(g_app.settings.ShowLatLonMap, c.expectShlinmap) << int(c.baudLow);
+        EXPECT_EQ(g_app.settings.ShowLatLonHsi, c.expectShlinhsi) << int(c.baudLow);
+        EXPECT_EQ(g_app.settings.ShowScaleMap, 0);  // missing: left as it was, silently
     }
 }
 
 TEST_F(SettingsTest, SaveWidensFlagsAndTheNextStartReadsWhatWasSaved) {
     Start();
-    g_app.ShowLatLonHsi = 0;
-    g_app.AircraftReg.assign(u"D-EFGH");
-    g_app.ActivePlanName.assign(u"Plan1");
-    g_app.CurrentPlanId = 0x01020304;
-    g_app.FuelCalc = 0;
-    g_app.IcaoSearch = 1;
+    g_app.settings.ShowLatLonHsi = 0;
+    g_app.settings.AircraftReg.assign(u"D-EFGH");
+    g_app.settings.ActivePlanName.assign(u"Plan1");
+    g_app.settings.CurrentPlanId = 0x01020304;
+    g_app.settings.FuelCalc = 0;
+    g_app.settings.IcaoSearch = 1;
     SaveSettings();
     auto stored = Stored();
     for (const auto& name : kFlags)
@@ -126,14 +126,14 @@ TEST_F(SettingsTest, SaveWidensFlagsAndTheNextStartReadsWhatWasSaved) {
     EXPECT_EQ(stored["IcaoSearch"], Bytes{1});
     p.Restart();
     Start();
-    EXPECT_EQ(g_app.ShowLatLonHsi, 0);
-    EXPECT_EQ(g_app.ShowLatLonMap, 1);
-    EXPECT_EQ(g_app.AircraftReg.utf8(), "D-EFGH");
-    EXPECT_EQ(g_app.ActivePlanName.utf8(), "Plan1");
-    EXPECT_EQ(g_app.CurrentPlanId, 0x01020304u);
+    EXPECT_EQ(g_app.settings.ShowLatLonHsi, 0);
+    EXPECT_EQ(g_app.settings.ShowLatLonMap, 1);
+    EXPECT_EQ(g_app.settings.AircraftReg.utf8(), "D-EFGH");
+    EXPECT_EQ(g_app.settings.ActivePlanName.utf8(), "Plan1");
+    EXPECT_EQ(g_app.settings.CurrentPlanId, 0x01020304u);
     // Written but never read back: every start begins at 1 and 0 again.
-    EXPECT_EQ(g_app.FuelCalc, 1);
-    EXPECT_EQ(g_app.IcaoSearch, 0);
+    EXPECT_EQ(g_app.settings.FuelCalc, 1);
+    EXPECT_EQ(g_app.settings.IcaoSearch, 0);
 }
 
 TEST_F(SettingsTest, TextThatFillsItsBufferIsSavedAsItWasRead) {
@@ -160,7 +160,7 @@ TEST_F(SettingsTest, DefaultsAreNotWrittenOverAnExistingKey) {
     CreateDefaultSettings();
     EXPECT_EQ(writes, 0);
     EXPECT_EQ(Stored().size(), 1u);
-    EXPECT_EQ(g_app.BaudRate, 0u);
+    EXPECT_EQ(g_app.settings.BaudRate, 0u);
 }
 
 struct Failure {
@@ -211,7 +211,7 @@ TEST_P(SettingsFailure, ShowsItsMessageAndGoesOn) {
     const Failure& c = GetParam();
     if (c.operation != "create")
         Start();
-    g_app.AircraftReg.assign(u"G-ABCD");
+    g_app.settings.AircraftReg.assign(u"G-ABCD");
     Texts calls;
     p.Registry().SetFaultInjector([&](RegOp op, std::u16string_view name) {
         if (op != c.op)
@@ -233,7 +233,7 @@ TEST_P(SettingsFailure, ShowsItsMessageAndGoesOn) {
         EXPECT_EQ(calls, c.op == RegOp::SetValue ? kWritten : read);
     }
     if (c.operation == "load" && !c.failing.empty() && c.failing != "AcReg") {
-        EXPECT_EQ(g_app.AircraftReg.utf8(), "G-CESS");
+        EXPECT_EQ(g_app.settings.AircraftReg.utf8(), "G-CESS");
     }
 }
 

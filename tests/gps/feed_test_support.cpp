@@ -51,7 +51,7 @@ bool WaitUntil(const std::function<bool()>& pred) {
 }
 
 bool WaitForFix(std::uint64_t seen) {
-    return WaitUntil([&] { return g_app.PublishedFix.WaitNewer(seen, 50) != seen; });
+    return WaitUntil([&] { return g_app.gps.PublishedFix.WaitNewer(seen, 50) != seen; });
 }
 
 }  // namespace aerix::testing

@@ -27,7 +27,7 @@ class PseudoTerminal {
 // Polls until pred holds; false after 10 s (a hang, not a speed check).
 bool WaitUntil(const std::function<bool()>& pred);
 
-// Waits for the next publication of g_app.PublishedFix after `seen`; false on a hang.
+// Waits for the next publication of g_app.gps.PublishedFix after `seen`; false on a hang.
 bool WaitForFix(std::uint64_t seen);
 
 }  // namespace aerix::testing

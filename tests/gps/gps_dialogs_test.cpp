@@ -16,8 +16,8 @@ std::vector<std::string> NoDevices() {
 
 TEST(GpsSetupDialog, ListsPortsAndRatesWithTheStoredOnesSelected) {
     testing::TestPlatform platform;
-    g_app.PortName.assign(u"NavM");
-    g_app.BaudRate = 38400;
+    g_app.settings.PortName.assign(u"NavM");
+    g_app.settings.BaudRate = 38400;
     GpsSetupDialogModel model([] { return std::vector<std::string>{"/dev/ttyUSB0"}; });
     std::vector<std::u16string> ports = {u"COM1:",  u"COM2:",        u"COM3:", u"COM4:",
                                          u"COM5:",  u"COM6:",        u"COM7:", u"COM8:",
@@ -44,16 +44,16 @@ TEST(GpsSetupDialog, OkStoresTheChoices) {
         {u"gpsd", u"COM1:", u"gpsd"},
     };
     for (const auto& c : cases) {
-        g_app.PortName.assign(u"COM1:");
-        g_app.PortDevice.clear();
-        g_app.BaudRate = 4800;
+        g_app.settings.PortName.assign(u"COM1:");
+        g_app.gps.PortDevice.clear();
+        g_app.settings.BaudRate = 4800;
         GpsSetupDialogModel model(NoDevices);
         model.SetPortText(c.text);
         model.SelectBaud(1);
         ASSERT_TRUE(model.Ok());
-        EXPECT_EQ(g_app.PortName.view(), c.portName);
-        EXPECT_EQ(g_app.PortDevice.view(), c.device);
-        EXPECT_EQ(g_app.BaudRate, 2400u);
+        EXPECT_EQ(g_app.settings.PortName.view(), c.portName);
+        EXPECT_EQ(g_app.gps.PortDevice.view(), c.device);
+        EXPECT_EQ(g_app.settings.BaudRate, 2400u);
     }
     GpsSetupDialogModel model(NoDevices);
     EXPECT_EQ(model.PortText(), u"gpsd");  // a stored device comes back selected
@@ -62,14 +62,14 @@ TEST(GpsSetupDialog, OkStoresTheChoices) {
         EXPECT_FALSE(model.Ok());
     }
     EXPECT_EQ(platform.Ui().Boxes().size(), 4u);
-    EXPECT_EQ(g_app.PortDevice.view(), u"gpsd");
+    EXPECT_EQ(g_app.gps.PortDevice.view(), u"gpsd");
 }
 
 TEST(GpsDataDialog, FormatsTheFix) {
     testing::TestPlatform platform;
     GpsFix fix;
     RmcParser(u"$GPRMC,1,A,4807.038,N,01131.000,E,022.6,5.4,1,1.0,W", fix);
-    g_app.PublishedFix.Publish(fix);
+    g_app.gps.PublishedFix.Publish(fix);
     GpsDataDialogModel model;
     auto texts = model.Texts();
     EXPECT_EQ(texts.position, u"  N48\u00B007.038 E011\u00B031.000");
@@ -78,7 +78,7 @@ TEST(GpsDataDialog, FormatsTheFix) {
     EXPECT_EQ(texts.track, u"006\u00B0M");
     // A receiver that sends no variation: the model's at 48 N 11.5 E (about 4.5 E) instead.
     RmcParser(u"$GPRMC,1,A,4807.038,N,01131.000,E,022.6,5.4,1,,", fix);
-    g_app.PublishedFix.Publish(fix);
+    g_app.gps.PublishedFix.Publish(fix);
     EXPECT_EQ(model.Texts().track, u"001\u00B0M");
     model.Close();
     EXPECT_EQ(platform.Ui().Titles(), std::vector<std::string>{"Aerix"});
@@ -86,17 +86,17 @@ TEST(GpsDataDialog, FormatsTheFix) {
 
 TEST(PortDeviceSetting, SurvivesARestart) {
     testing::TestPlatform platform;
-    g_app.PortDevice.assign(u"tcp:192.168.1.10:10110");
+    g_app.gps.PortDevice.assign(u"tcp:192.168.1.10:10110");
     ASSERT_TRUE(SavePortDevice());
     platform.Restart();
-    EXPECT_TRUE(g_app.PortDevice.empty());
+    EXPECT_TRUE(g_app.gps.PortDevice.empty());
     LoadPortDevice();
-    EXPECT_EQ(g_app.PortDevice.view(), u"tcp:192.168.1.10:10110");
-    g_app.PortDevice.clear();
+    EXPECT_EQ(g_app.gps.PortDevice.view(), u"tcp:192.168.1.10:10110");
+    g_app.gps.PortDevice.clear();
     ASSERT_TRUE(SavePortDevice());
     platform.Restart();
     LoadPortDevice();
-    EXPECT_TRUE(g_app.PortDevice.empty());
+    EXPECT_TRUE(g_app.gps.PortDevice.empty());
 }
 
 }  // namespace

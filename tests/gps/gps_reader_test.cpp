@@ -28,9 +28,9 @@ const std::string kGga = "$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,
 class GpsReaderTest : public ::testing::Test {
   protected:
     GpsReaderTest() {
-        g_app.ViewMode = kViewMap;
-        g_app.BaudRate = 4800;
-        g_app.PortDevice.assign(Utf8ToUtf16(pty.SlavePath()));
+        g_app.settings.ViewMode = kViewMap;
+        g_app.settings.BaudRate = 4800;
+        g_app.gps.PortDevice.assign(Utf8ToUtf16(pty.SlavePath()));
     }
     ~GpsReaderTest() override {
         SetFeedCommandSink({});
@@ -42,7 +42,7 @@ class GpsReaderTest : public ::testing::Test {
     // One connection that delivers `bytes` (in pieces) and waits for the fix it gives.
     void Session(const std::vector<std::string>& pieces) {
         ASSERT_TRUE(ConnectGps());
-        auto seen = g_app.PublishedFix.Sequence();
+        auto seen = g_app.gps.PublishedFix.Sequence();
         for (const auto& piece : pieces) {
             pty.Write(piece);
             std::this_thread::sleep_for(std::chrono::milliseconds(2));
@@ -56,11 +56,11 @@ class GpsReaderTest : public ::testing::Test {
 };
 
 TEST_F(GpsReaderTest, AssemblesSplitSentencesRecordsRmcOnlyAndAppendsOrOverwrites) {
-    g_app.RecordGpsData = 1;
-    g_app.OverwriteGpsData = 0;
+    g_app.settings.RecordGpsData = 1;
+    g_app.settings.OverwriteGpsData = 0;
     Session({kGga.substr(0, 20), kGga.substr(20), kRmc.substr(0, 9), kRmc.substr(9, 30),
              kRmc.substr(39)});
-    GpsFix fix = g_app.PublishedFix.Snapshot();
+    GpsFix fix = g_app.gps.PublishedFix.Snapshot();
     EXPECT_DOUBLE_EQ(fix.latitude, 288703.8);
     EXPECT_DOUBLE_EQ(fix.magneticTrack, 87.5);
     EXPECT_EQ(Recording(), kRmc);  // GPGGA neither recorded nor parsed
@@ -70,7 +70,7 @@ TEST_F(GpsReaderTest, AssemblesSplitSentencesRecordsRmcOnlyAndAppendsOrOverwrite
     Session({kRmc});
     EXPECT_EQ(Recording(), kRmc + kRmc);  // a second connection appends
 
-    g_app.OverwriteGpsData = 1;
+    g_app.settings.OverwriteGpsData = 1;
     Session({kRmc});
     EXPECT_EQ(Recording(), kRmc);
 }
@@ -80,13 +80,13 @@ TEST_F(GpsReaderTest, SilenceGivesAVoidFixAndCloseEndsTheReader) {
     int error = 0;
     auto port = OpenPortSource(Utf8ToUtf16(pty.SlavePath()), &step, &error);
     ASSERT_TRUE(port) << step << " " << error;
-    auto seen = g_app.PublishedFix.Sequence();
+    auto seen = g_app.gps.PublishedFix.Sequence();
     std::jthread reader(GpsReaderThread, port, 20);
     pty.Write(kRmc);
-    ASSERT_TRUE(WaitUntil([&] { return g_app.PublishedFix.Snapshot().latitude != 0; }));
-    ASSERT_TRUE(WaitUntil([&] { return g_app.PublishedFix.Snapshot().FixVoid == 1; }));
-    EXPECT_DOUBLE_EQ(g_app.PublishedFix.Snapshot().latitude, 288703.8);  // kept
-    EXPECT_GT(g_app.PublishedFix.Sequence(), seen + 1);
+    ASSERT_TRUE(WaitUntil([&] { return g_app.gps.PublishedFix.Snapshot().latitude != 0; }));
+    ASSERT_TRUE(WaitUntil([&] { return g_app.gps.PublishedFix.Snapshot().FixVoid == 1; }));
+    EXPECT_DOUBLE_EQ(g_app.gps.PublishedFix.Snapshot().latitude, 288703.8);  // kept
+    EXPECT_GT(g_app.gps.PublishedFix.Sequence(), seen + 1);
     port->Close();
     reader.join();
     EXPECT_TRUE(platform.Ui().Boxes().empty());
@@ -106,8 +106,8 @@ TEST_F(GpsReaderTest, FarEndClosingIsReportedAndDisconnects) {
     EXPECT_EQ(boxes[0].text, "Communications Error 5 \r\nReading comms port.");
     EXPECT_EQ(boxes[0].caption, "");
     DisconnectGps();  // what the main window does with the command
-    EXPECT_EQ(g_app.GpsPort, nullptr);
-    EXPECT_EQ(g_app.GpsSource, kSourceNone);
+    EXPECT_EQ(g_app.gps.GpsPort, nullptr);
+    EXPECT_EQ(g_app.settings.GpsSource, kSourceNone);
 }
 
 TEST_F(GpsReaderTest, ConnectReplacesARunningSimulation) {
@@ -115,7 +115,7 @@ TEST_F(GpsReaderTest, ConnectReplacesARunningSimulation) {
     Session({kRmc});
     EXPECT_EQ(platform.Ui().Titles(),
               (std::vector<std::string>{"Simulated GPS data", "Realtime GPS data", "Aerix"}));
-    EXPECT_FALSE(g_app.GpsThread.joinable());
+    EXPECT_FALSE(g_app.gps.GpsThread.joinable());
 }
 
 TEST_F(GpsReaderTest, OpenFailuresAreReportedWithTheirStep) {
@@ -132,8 +132,8 @@ TEST_F(GpsReaderTest, OpenFailuresAreReportedWithTheirStep) {
         SetConfiguredPortName(c.port);
         EXPECT_FALSE(ConnectGps());
         EXPECT_EQ(platform.Ui().BoxTexts(), std::vector<std::string>{c.box});
-        EXPECT_EQ(g_app.GpsSource, kSourceNone);
-        EXPECT_EQ(g_app.GpsPort, nullptr);
+        EXPECT_EQ(g_app.settings.GpsSource, kSourceNone);
+        EXPECT_EQ(g_app.gps.GpsPort, nullptr);
     }
 }
 
@@ -156,9 +156,9 @@ TEST_F(GpsReaderTest, NavmanIsFoundInTheActiveDriversAndRunsAt57600) {
     EXPECT_EQ(std::u16string(buffer), Utf8ToUtf16(pty.SlavePath()));
 
     SetConfiguredPortName(u"NavM");
-    g_app.BaudRate = 1200;
+    g_app.settings.BaudRate = 1200;
     Session({kRmc});
-    EXPECT_EQ(g_app.BaudRate, 57600u);
+    EXPECT_EQ(g_app.settings.BaudRate, 57600u);
     EXPECT_TRUE(platform.Ui().Boxes().empty());
 }
 
@@ -187,13 +187,13 @@ TEST_F(GpsReaderTest, TcpFeedGoesThroughTheSameReader) {
     socklen_t length = sizeof address;
     ::getsockname(server, reinterpret_cast<sockaddr*>(&address), &length);
     SetConfiguredPortName(Utf8ToUtf16("tcp:127.0.0.1:" + std::to_string(ntohs(address.sin_port))));
-    auto seen = g_app.PublishedFix.Sequence();
+    auto seen = g_app.gps.PublishedFix.Sequence();
     ASSERT_TRUE(ConnectGps());
     int client = ::accept(server, nullptr, nullptr);
     ASSERT_GE(client, 0);
     ASSERT_EQ(::write(client, kRmc.data(), kRmc.size()), static_cast<ssize_t>(kRmc.size()));
     ASSERT_TRUE(WaitForFix(seen));
-    EXPECT_DOUBLE_EQ(g_app.PublishedFix.Snapshot().longitude, 69100.0);
+    EXPECT_DOUBLE_EQ(g_app.gps.PublishedFix.Snapshot().longitude, 69100.0);
     DisconnectGps();
     ::close(client);
     ::close(server);

@@ -161,10 +161,10 @@ TEST(FormatPosition, WritesDegreesAndDecimalMinutes) {
                  {-0.0, -0.0, "  N00°00.000 E000°00.000"}};
     for (const auto& c : cases) {
         ResetAppState();
-        g_app.Fix.latitude = c.lat;
-        g_app.Fix.longitude = c.lon;
+        g_app.gps.Fix.latitude = c.lat;
+        g_app.gps.Fix.longitude = c.lon;
         FormatPosition();
-        EXPECT_EQ(g_app.Fix.positionText.utf8(), c.text);
+        EXPECT_EQ(g_app.gps.Fix.positionText.utf8(), c.text);
     }
     ResetAppState();
 }

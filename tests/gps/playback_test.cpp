@@ -15,7 +15,7 @@ const std::string kRmc = "$GPRMC,123519,A,4807.038,N,01131.000,E,022.4,084.4,230
 class PlaybackTest : public ::testing::Test {
   protected:
     PlaybackTest() {
-        g_app.ViewMode = kViewInstruments;
+        g_app.settings.ViewMode = kViewInstruments;
         SetFeedCommandSink([this](FeedCommand c) {
             StopPlayback();  // as the main window does with the command
             stopped.set_value(c);
@@ -53,9 +53,9 @@ TEST_F(PlaybackTest, PacesEveryLineAndParsesOnlyRmc) {
         EXPECT_EQ(WaitForStop(), FeedCommand::StopPlayback);
         EXPECT_EQ(platform.Clock().SleptMs() - slept, 61 * c.pauseMs);
         EXPECT_EQ(platform.Ui().InvalidateCount() - invalidations, 60);
-        EXPECT_EQ(g_app.GpsSource, kSourceNone);
-        EXPECT_EQ(g_app.PlaybackFast.load(), 0);
-        EXPECT_DOUBLE_EQ(g_app.PublishedFix.Snapshot().latitude, 288703.8);
+        EXPECT_EQ(g_app.settings.GpsSource, kSourceNone);
+        EXPECT_EQ(g_app.gps.PlaybackFast.load(), 0);
+        EXPECT_DOUBLE_EQ(g_app.gps.PublishedFix.Snapshot().latitude, 288703.8);
     }
     auto titles = platform.Ui().Titles();
     EXPECT_EQ(titles.front(), "Recorded GPS data");
@@ -66,14 +66,14 @@ TEST_F(PlaybackTest, MissingFileStopsAtOnce) {
     ASSERT_TRUE(StartPlayback(false));
     EXPECT_EQ(WaitForStop(), FeedCommand::StopPlayback);
     EXPECT_EQ(platform.Clock().SleepCount(), 0);
-    EXPECT_EQ(g_app.GpsSource, kSourceNone);
+    EXPECT_EQ(g_app.settings.GpsSource, kSourceNone);
 }
 
 TEST_F(PlaybackTest, FastFlagSurvivesANormalStartUntilStopped) {
     Record(kRmc);
     ASSERT_TRUE(StartPlayback(true));
     WaitForStop();
-    g_app.PlaybackFast.store(1);  // a fast playback that was never stopped
+    g_app.gps.PlaybackFast.store(1);  // a fast playback that was never stopped
     stopped = {};
     std::int64_t slept = platform.Clock().SleptMs();
     ASSERT_TRUE(StartPlayback(false));
@@ -82,7 +82,7 @@ TEST_F(PlaybackTest, FastFlagSurvivesANormalStartUntilStopped) {
 }
 
 TEST_F(PlaybackTest, FeedsRefuseOutsideTheMapAndInstrumentViews) {
-    g_app.ViewMode = kViewPlan;
+    g_app.settings.ViewMode = kViewPlan;
     EXPECT_FALSE(StartPlayback(false));
     EXPECT_FALSE(StartSimulation());
     EXPECT_FALSE(ConnectGps());
@@ -92,7 +92,7 @@ TEST_F(PlaybackTest, FeedsRefuseOutsideTheMapAndInstrumentViews) {
     EXPECT_EQ(boxes[1].text, "Select Map, HSI or AERIX view before starting simulation");
     EXPECT_EQ(boxes[2].text, "Select Map, HSI or AERIX view before connecting GPS");
     EXPECT_EQ(boxes[2].caption, "Warning");
-    EXPECT_EQ(g_app.GpsSource, kSourceNone);
+    EXPECT_EQ(g_app.settings.GpsSource, kSourceNone);
     EXPECT_TRUE(platform.Ui().Titles().empty());
 }
 

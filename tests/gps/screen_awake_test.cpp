@@ -22,7 +22,7 @@ TEST(ScreenAwake, HeldWhileAFeedRunsAndReleasedWhenItStops) {
     testing::TestPlatform p;
     FakeScreenAwake awake;
     platform::Sys().screenAwake = &awake;
-    g_app.ViewMode = kViewMap;
+    g_app.settings.ViewMode = kViewMap;
 
     ASSERT_TRUE(StartSimulation());
     EXPECT_TRUE(awake.Held());
@@ -52,7 +52,7 @@ TEST(ScreenAwake, HeldWhileAFeedRunsAndReleasedWhenItStops) {
     platform::Sys().screenAwake = nullptr;
     ASSERT_TRUE(StartSimulation());
     StopSimulation();
-    EXPECT_EQ(g_app.GpsSource, kSourceNone);
+    EXPECT_EQ(g_app.settings.GpsSource, kSourceNone);
 }
 
 }  // namespace

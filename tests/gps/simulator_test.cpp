@@ -25,7 +25,7 @@ TEST(SimulationStep, FliesTwoSecondsOfDistanceEachSecond) {
     EXPECT_EQ(lat, first);
     EXPECT_DOUBLE_EQ(lat, 300000.0);
     EXPECT_EQ(returned, lat);
-    EXPECT_NEAR(g_app.SimulatedDistance * 3437.7467707849396, 2 * 120.0 / 1800, 1e-12);
+    EXPECT_NEAR(g_app.gps.SimulatedDistance * 3437.7467707849396, 2 * 120.0 / 1800, 1e-12);
     EXPECT_NEAR(lon * std::cos(50 * M_PI / 180) / 100, 2 * 120.0 / 1800, 1e-6);
     EXPECT_EQ(platform.Clock().SleptMs(), 2000);
     EXPECT_EQ(platform.Idle().ResetCount(), 2);
@@ -63,13 +63,13 @@ class SimulatorTest : public ::testing::Test {
         int steps = 0;
         int changes = 0;
         SimulatorThread(stop.get_token(), [&](int leg) {
-            GpsFix f = g_app.PublishedFix.Snapshot();
+            GpsFix f = g_app.gps.PublishedFix.Snapshot();
             visits.push_back({leg, f.latitude, f.longitude, f.trueTrack, f.magneticTrack,
                               f.groundSpeed, std::u16string(f.positionText.view())});
             if (++steps % stepsPerLeg == 0) {
                 if (changes++ == legChanges)
                     stop.request_stop();
-                g_app.LegChange.store(1);
+                g_app.leg.LegChange.store(1);
             }
         });
         return visits;
@@ -103,13 +103,13 @@ TEST_F(SimulatorTest, FliesEachLegFromItsStartAndTheLastOneAgain) {
     EXPECT_GT(visits[2].longitude, visits[1].longitude);
     EXPECT_LT(visits[5].latitude, visits[4].latitude);
     EXPECT_LT(visits[8].longitude, visits[7].longitude);
-    EXPECT_EQ(g_app.PublishedFix.Snapshot().FixVoid, 0);
+    EXPECT_EQ(g_app.gps.PublishedFix.Snapshot().FixVoid, 0);
 }
 
 TEST_F(SimulatorTest, DirectToFliesFromItsStartWithThePreviousSpeed) {
-    g_app.DirectToStartLatitude.store(12000);
-    g_app.DirectToStartLongitude.store(-3000);
-    g_app.DirectToCourse.store(45);
+    g_app.leg.DirectToStartLatitude.store(12000);
+    g_app.leg.DirectToStartLongitude.store(-3000);
+    g_app.leg.DirectToCourse.store(45);
     auto visits = Fly(2, 0);
     ASSERT_EQ(visits.size(), 2u);
     EXPECT_EQ(visits[0].latitude, 12000.0);
@@ -124,14 +124,14 @@ TEST_F(SimulatorTest, NoPlanEndsTheSimulation) {
 }
 
 TEST_F(SimulatorTest, StartSimulationDoesNotReplaceARunningFeed) {
-    g_app.ViewMode = kViewMap;
+    g_app.settings.ViewMode = kViewMap;
     ASSERT_TRUE(StartSimulation());
-    EXPECT_EQ(g_app.GpsSource, kSourceSimulated);
+    EXPECT_EQ(g_app.settings.GpsSource, kSourceSimulated);
     EXPECT_FALSE(StartSimulation());
-    EXPECT_EQ(g_app.SimulatorScreenX, 120);
+    EXPECT_EQ(g_app.gps.SimulatorScreenX, 120);
     StopSimulation();
-    EXPECT_EQ(g_app.GpsSource, kSourceNone);
-    EXPECT_FALSE(g_app.GpsThread.joinable());
+    EXPECT_EQ(g_app.settings.GpsSource, kSourceNone);
+    EXPECT_FALSE(g_app.gps.GpsThread.joinable());
     EXPECT_EQ(platform.Ui().Titles(), (std::vector<std::string>{"Simulated GPS data", "Aerix"}));
 }
 

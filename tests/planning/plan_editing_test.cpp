@@ -19,19 +19,19 @@ TEST_F(PlanEditingTest, NewOpenAndDeletePlans) {
     NewPlanDialog create;
     create.SetName(u"");
     EXPECT_EQ(create.Ok(), 1);
-    EXPECT_EQ(g_app.ActivePlanName.view(), u"Trip");
+    EXPECT_EQ(g_app.settings.ActivePlanName.view(), u"Trip");
 
     create.SetName(u"Trip");  // exists already
     EXPECT_EQ(create.Ok(), 1);
     EXPECT_EQ(platform_.Ui().BoxTexts().back(), "Could not create new plan");
-    EXPECT_EQ(g_app.ActivePlanName.view(), u"Trip");
+    EXPECT_EQ(g_app.settings.ActivePlanName.view(), u"Trip");
 
     create.SetName(u"A name longer than twenty-three");
     EXPECT_EQ(create.Name(), u"A name longer than twen");
     EXPECT_EQ(create.Ok(), 1);
-    EXPECT_EQ(g_app.ActivePlanName.view(), u"A name longer than twen");
-    EXPECT_EQ(g_app.PlanSectorCount, 0u);
-    EXPECT_TRUE(DatabaseOfType(g_app.CurrentPlanId, schema::kPlanType));
+    EXPECT_EQ(g_app.settings.ActivePlanName.view(), u"A name longer than twen");
+    EXPECT_EQ(g_app.plan.PlanSectorCount, 0u);
+    EXPECT_TRUE(DatabaseOfType(g_app.settings.CurrentPlanId, schema::kPlanType));
 
     // A database of another type is no plan.
     CreateDatabase(u"NotAPlan", 4242, schema::kSecNumber);
@@ -43,9 +43,9 @@ TEST_F(PlanEditingTest, NewOpenAndDeletePlans) {
     EXPECT_EQ(open.Choose(-1), 0);
     EXPECT_EQ(open.Choose(0), 1);
     EXPECT_EQ(platform_.Ui().Titles().back(), "Aerix");
-    EXPECT_EQ(g_app.ActivePlanName.view(), u"Trip");
+    EXPECT_EQ(g_app.settings.ActivePlanName.view(), u"Trip");
     std::u16string name;
-    EXPECT_TRUE(DatabaseOfType(g_app.CurrentPlanId, schema::kPlanType, &name));
+    EXPECT_TRUE(DatabaseOfType(g_app.settings.CurrentPlanId, schema::kPlanType, &name));
     EXPECT_EQ(name, u"Trip");
 
     platform_.Ui().Clear();
@@ -65,7 +65,7 @@ class SectorEditingTest : public PlanningTest {
   protected:
     void SetUp() override {
         PlanningTest::SetUp();
-        g_app.NavDatabaseName.assign(u"Test");
+        g_app.settings.NavDatabaseName.assign(u"Test");
         ASSERT_TRUE(MountNavVolume());
         CreateNavDatabase(u"Test");
         DbHandle h = OpenNavDatabase(u"Test", schema::kWptName);
@@ -103,7 +103,7 @@ TEST_F(SectorEditingTest, SearchByNameOrIdent) {
               (std::vector<std::u16string>{u"Oxford Kidlington", u"Oxford VOR"}));
     EXPECT_TRUE(SearchWaypoints(u"oxford").empty());  // case-sensitive
     EXPECT_TRUE(SearchWaypoints(u"EGB").empty());     // idents are not searched by name
-    g_app.IcaoSearch = 1;
+    g_app.settings.IcaoSearch = 1;
     EXPECT_EQ(names(SearchWaypoints(u"EGB")),
               (std::vector<std::u16string>{u"Turweston", u"Wellesbourne"}));
 
@@ -146,7 +146,7 @@ TEST_F(SectorEditingTest, NewInsertEditAndTheirChecks) {
     EXPECT_EQ(insert.Ok(), 1);
     auto s = Sectors();
     ASSERT_EQ(s.size(), 3u);
-    EXPECT_EQ(g_app.PlanSectorCount, 3u);
+    EXPECT_EQ(g_app.plan.PlanSectorCount, 3u);
     std::vector<std::u16string> route{s[0].Text401, s[0].Text402, s[1].Text402, s[2].Text402};
     EXPECT_EQ(route, (std::vector<std::u16string>{u"Oxford Kidlington", u"Wellesbourne",
                                                   u"Oxford VOR", u"Turweston"}));
@@ -175,19 +175,19 @@ TEST_F(SectorEditingTest, NewInsertEditAndTheirChecks) {
 }
 
 TEST_F(SectorEditingTest, DirectToAndResume) {
-    g_app.Fix.latitude = 51 * kDeg + 0.9;
-    g_app.Fix.longitude = -1 * kDeg - 1000.7;
-    g_app.Fix.positionKnown = true;
+    g_app.gps.Fix.latitude = 51 * kDeg + 0.9;
+    g_app.gps.Fix.longitude = -1 * kDeg - 1000.7;
+    g_app.gps.Fix.positionKnown = true;
     EXPECT_TRUE(DirectTo(Find(u"Turweston")));
-    EXPECT_EQ(g_app.DirectToStartLatitude.load(), 51 * kDeg);
-    EXPECT_EQ(g_app.DirectToStartLongitude.load(), -1 * kDeg - 1000);
+    EXPECT_EQ(g_app.leg.DirectToStartLatitude.load(), 51 * kDeg);
+    EXPECT_EQ(g_app.leg.DirectToStartLongitude.load(), -1 * kDeg - 1000);
     // 62.3' north and 4' east at 51.5N: atan(4 cos 51.5 / 62.3) = 2.3 degrees, truncated.
-    EXPECT_EQ(g_app.DirectToCourse.load(), 2);
-    EXPECT_EQ(g_app.LegChange.load(), 1);
-    g_app.LegChange = 0;
+    EXPECT_EQ(g_app.leg.DirectToCourse.load(), 2);
+    EXPECT_EQ(g_app.leg.LegChange.load(), 1);
+    g_app.leg.LegChange = 0;
     ResumePlan();
-    EXPECT_EQ(g_app.DirectToStartLatitude.load(), 0);
-    EXPECT_EQ(g_app.LegChange.load(), 1);
+    EXPECT_EQ(g_app.leg.DirectToStartLatitude.load(), 0);
+    EXPECT_EQ(g_app.leg.LegChange.load(), 1);
 }
 
 TEST_F(PlanEditingTest, ChangesTheStoreCannotTakeAreToldOnceAndLeaveThePlanAsItWas) {
@@ -212,12 +212,12 @@ TEST_F(PlanEditingTest, ChangesTheStoreCannotTakeAreToldOnceAndLeaveThePlanAsItW
         std::vector<std::string>(texts.begin() + static_cast<std::ptrdiff_t>(boxes), texts.end()),
         std::vector<std::string>{kDataLockedText})
         << "told once, and nothing else";
-    EXPECT_EQ(g_app.PlanSectorCount, 3u);
+    EXPECT_EQ(g_app.plan.PlanSectorCount, 3u);
 
     ASSERT_TRUE(other.Exec("COMMIT"));
     other.Close();
     platform_.Restart();
-    g_app.ActivePlanName.assign(u"Trip");
+    g_app.settings.ActivePlanName.assign(u"Trip");
     auto after = Sectors();
     ASSERT_EQ(after.size(), before.size());
     for (std::size_t i = 0; i < after.size(); ++i) {
@@ -230,8 +230,8 @@ TEST_F(PlanEditingTest, ChangesTheStoreCannotTakeAreToldOnceAndLeaveThePlanAsItW
 TEST_F(PlanEditingTest, FlightLogRowsAndTotals) {
     WriteSectors({Leg(1, 0, 0, 0, kDeg, 2, u"000/00"), Leg(2, 0, kDeg, 0, 2 * kDeg, 2, u"000/00")});
     RecomputePlanRoute(1);
-    g_app.GpsSource = kSourceSimulated;
-    g_app.ActiveSectorIndex = 1;
+    g_app.settings.GpsSource = kSourceSimulated;
+    g_app.leg.ActiveSectorIndex = 1;
     FlightLog log = BuildFlightLog();
     ASSERT_EQ(log.rows.size(), 2u);
     EXPECT_FALSE(log.rows[0].active);

@@ -17,11 +17,11 @@ namespace aerix::testing {
 class PlanningTest : public ::testing::Test {
   protected:
     void SetUp() override {
-        g_app.AircraftReg.assign(u"G-CESS");
+        g_app.settings.AircraftReg.assign(u"G-CESS");
         CreateDefaultData();
         InstallPlanningHooks();
-        g_app.CurrentPlanId = CreatePlanDatabase(u"Trip");
-        g_app.ActivePlanName.assign(u"Trip");
+        g_app.settings.CurrentPlanId = CreatePlanDatabase(u"Trip");
+        g_app.settings.ActivePlanName.assign(u"Trip");
     }
     void TearDown() override { SetSectorDeletedHook({}); }
 
@@ -64,7 +64,7 @@ class PlanningTest : public ::testing::Test {
 
     std::vector<SectorRecord> Sectors() {
         std::vector<SectorRecord> out;
-        DbHandle h = OpenDatabase(g_app.ActivePlanName.view(), schema::kSecNumber);
+        DbHandle h = OpenDatabase(g_app.settings.ActivePlanName.view(), schema::kSecNumber);
         SectorRecord s;
         while (h && ReadSector(h, kFromCurrent, 0, s) != 0)
             out.push_back(std::exchange(s, SectorRecord{}));

@@ -108,10 +108,10 @@ TEST_F(SectorComputationTest, ZeroGroundSpeedIsNotGuarded) {
 
 TEST_F(SectorComputationTest, NothingIsComputedWithoutTheAircraft) {
     WriteSectors({Leg(1, 0, 0, 0, kDeg)});
-    g_app.AircraftReg.assign(u"G-NONE");
+    g_app.settings.AircraftReg.assign(u"G-NONE");
     RecomputePlanRoute(1);
     EXPECT_EQ(Sectors()[0].Distance, 0.0);
-    g_app.AircraftReg.assign(u"G-CESS");
+    g_app.settings.AircraftReg.assign(u"G-CESS");
     while (DeleteAircraft(0)) {
     }
     RecomputePlanRoute(1);
@@ -125,7 +125,7 @@ TEST_F(SectorComputationTest, DeletingTheMiddleSectorChainsTheRoute) {
     ASSERT_TRUE(DeletePlanSector(1));
     auto s = Sectors();
     ASSERT_EQ(s.size(), 2u);
-    EXPECT_EQ(g_app.PlanSectorCount, 2u);
+    EXPECT_EQ(g_app.plan.PlanSectorCount, 2u);
     EXPECT_EQ(s[1].SectorNumber, 2);
     EXPECT_EQ(s[1].StartLatitude, s[0].EndLatitude);
     EXPECT_EQ(s[1].StartLongitude, s[0].EndLongitude);

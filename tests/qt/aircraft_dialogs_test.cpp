@@ -110,8 +110,8 @@ TEST_F(AircraftDialogsTest, AddAnAircraftWithAStationAndEnvelopeThenMakeItActive
         Click(d, "ok");
     });
     EXPECT_EQ(result, kDialogOk);
-    EXPECT_EQ(g_app.AircraftReg.view(), u"G-NEWW");
-    EXPECT_EQ(g_app.FuelUnits, static_cast<std::uint32_t>(kFuelLitres));
+    EXPECT_EQ(g_app.settings.AircraftReg.view(), u"G-NEWW");
+    EXPECT_EQ(g_app.aircraft.FuelUnits, static_cast<std::uint32_t>(kFuelLitres));
     auto stations = ReadStations(u"G-NEWW");
     ASSERT_EQ(stations.size(), 3u);
     EXPECT_EQ(stations[2].Record.Arm, 37.0);

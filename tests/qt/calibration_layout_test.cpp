@@ -45,7 +45,7 @@ TEST_F(CalibrationLayoutTest, BannerTextStaysInsideTheScreen) {
     platform::Bitmap screen(240, 320);
     auto canvas = graphics.CanvasOn(screen);
     BeginCalibrationView();
-    g_app.AircraftScreenX = g_app.AircraftScreenY = 120;
+    g_app.view.AircraftScreenX = g_app.view.AircraftScreenY = 120;
     PaintCalibrationView(*canvas);
     canvas.reset();
     platform::Sys().graphics = nullptr;

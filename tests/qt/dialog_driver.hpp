@@ -80,7 +80,7 @@ class DialogTest : public ::testing::Test {
         QCoreApplication::exec();
         parent_.resize(240, 320);
         RegisterSubsystemDialogs(host_);
-        g_app.AircraftReg.assign(u"G-CESS");
+        g_app.settings.AircraftReg.assign(u"G-CESS");
         CreateDefaultData();
     }
 };

@@ -69,8 +69,8 @@ TEST_F(ShellDialogsTest, DisclaimerShowsItsTextsAndEndsWithTheButton) {
 }
 
 TEST_F(ShellDialogsTest, PreferencesCopyOnOkAndButtonsActAtOnce) {
-    g_app.ShowLatLonMap = 1;
-    g_app.EnableHotKeys = 0;
+    g_app.settings.ShowLatLonMap = 1;
+    g_app.settings.EnableHotKeys = 0;
     // Cancel: the hot-key box still took effect, the others did not.
     int cancelled = RunAndDrive(host_, Dialog::Preferences, [](QWidget* d) {
         EXPECT_TRUE(d->findChild<QCheckBox*>("pref0")->isChecked());
@@ -79,8 +79,8 @@ TEST_F(ShellDialogsTest, PreferencesCopyOnOkAndButtonsActAtOnce) {
         Click(d, "close");
     });
     EXPECT_EQ(cancelled, 2);
-    EXPECT_EQ(g_app.ShowLatLonMap, 1);
-    EXPECT_EQ(g_app.EnableHotKeys, 1);
+    EXPECT_EQ(g_app.settings.ShowLatLonMap, 1);
+    EXPECT_EQ(g_app.settings.EnableHotKeys, 1);
     EXPECT_TRUE(platform_.Keys().IsRegistered(196));
     EXPECT_EQ(platform_.Ui().Titles().back(), "Aerix");
 
@@ -90,14 +90,14 @@ TEST_F(ShellDialogsTest, PreferencesCopyOnOkAndButtonsActAtOnce) {
         Click(d, "ok");
     });
     EXPECT_EQ(ok, 1);
-    EXPECT_EQ(g_app.ShowLatLonMap, 0);
-    EXPECT_EQ(g_app.ShowTrackPointer, 1);
+    EXPECT_EQ(g_app.settings.ShowLatLonMap, 0);
+    EXPECT_EQ(g_app.settings.ShowTrackPointer, 1);
 }
 
 TEST_F(ShellDialogsTest, LoadingClearsThePendingArrays) {
-    g_app.ArraysPending = 1;
+    g_app.nav.ArraysPending = 1;
     EXPECT_EQ(host_.Run(Dialog::Loading), 1);
-    EXPECT_EQ(g_app.ArraysPending, 0);
+    EXPECT_EQ(g_app.nav.ArraysPending, 0);
 }
 
 TEST_F(ShellDialogsTest, SplashClosesOnTapAboutOnOk) {
@@ -138,7 +138,7 @@ TEST(PlanDialogWidgetsTest, NewOpenAndDeleteAPlan) {
     };
     EXPECT_EQ(newPlan("Trip"), 1);
     EXPECT_EQ(newPlan("Home"), 1);
-    EXPECT_EQ(g_app.ActivePlanName.utf8(), "Home");
+    EXPECT_EQ(g_app.settings.ActivePlanName.utf8(), "Home");
 
     auto tap = [&](Dialog dialog, const QString& name) {
         return RunAndDrive(host, dialog, [name](QWidget* d) {
@@ -149,7 +149,7 @@ TEST(PlanDialogWidgetsTest, NewOpenAndDeleteAPlan) {
         });
     };
     EXPECT_EQ(tap(Dialog::OpenPlan, "Trip"), 1);
-    EXPECT_EQ(g_app.ActivePlanName.utf8(), "Trip");
+    EXPECT_EQ(g_app.settings.ActivePlanName.utf8(), "Trip");
     // The active plan is refused; another goes without a question.
     EXPECT_EQ(tap(Dialog::DeletePlan, "Trip"), 1);
     EXPECT_EQ(platform.Ui().BoxTexts().back(), "Cannot delete - active plan");

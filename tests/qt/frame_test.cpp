@@ -49,7 +49,7 @@ TEST_F(FrameTest, MenuMirrorsTheCommandStates) {
         EXPECT_EQ(action->isEnabled(), !e.greyedAtStart) << e.id;
     }
     frame_.ActionFor(cmd::kShowMap)->trigger();
-    EXPECT_EQ(g_app.ViewMode, static_cast<std::uint32_t>(kViewMap));
+    EXPECT_EQ(g_app.settings.ViewMode, static_cast<std::uint32_t>(kViewMap));
     frame_.ActionFor(cmd::kStartSimulation)->trigger();
     EXPECT_FALSE(frame_.ActionFor(cmd::kStartSimulation)->isEnabled());
     EXPECT_TRUE(frame_.ActionFor(cmd::kStopSimulation)->isEnabled());
@@ -62,13 +62,13 @@ TEST_F(FrameTest, FunctionKeysAreTheHardwareButtons) {
         {Qt::Key_F2, kViewMap}, {Qt::Key_F1, kViewPlan}, {Qt::Key_F3, kViewInstruments}};
     for (auto [key, view] : keys) {
         Release(key);
-        EXPECT_EQ(g_app.ViewMode, view) << key;
+        EXPECT_EQ(g_app.settings.ViewMode, view) << key;
     }
-    EXPECT_EQ(g_app.InstrumentAerix, 1);
+    EXPECT_EQ(g_app.view.InstrumentAerix, 1);
     Release(Qt::Key_F4);
-    EXPECT_EQ(g_app.InstrumentAerix, 0);
+    EXPECT_EQ(g_app.view.InstrumentAerix, 0);
     Release(Qt::Key_Up);
-    EXPECT_EQ(g_app.InstrumentRangeStep, 2u);
+    EXPECT_EQ(g_app.view.InstrumentRangeStep, 2u);
     EXPECT_EQ(VirtualKeyFor(Qt::Key_Return), vk::kAction);
 }
 
@@ -79,8 +79,8 @@ TEST_F(FrameTest, ChildWindowsSitAtTheirPlaces) {
     auto* latLon = view->findChild<QWidget*>("latLonReadout");
     EXPECT_EQ(latLon->geometry(), QRect(42, 44, 158, 16));
     EXPECT_TRUE(latLon->isHidden());
-    g_app.ShowLatLonHsi = 1;
-    g_app.ArraysPending = 0;
+    g_app.settings.ShowLatLonHsi = 1;
+    g_app.nav.ArraysPending = 0;
     frame_.Logic().OnCommand(cmd::kShowHsi);
     EXPECT_FALSE(latLon->isHidden());
     // The map draws its own readouts at the same place.
@@ -92,12 +92,12 @@ TEST_F(FrameTest, ChildWindowsSitAtTheirPlaces) {
 TEST_F(FrameTest, InstrumentViewsShowTheirDrawnFrame) {
     QtGraphics graphics;
     platform::Sys().graphics = &graphics;
-    g_app.ArraysPending = 0;
+    g_app.nav.ArraysPending = 0;
     GpsFix fix;
     fix.latitude = 51 * 6000.0;
     fix.groundSpeed = 90;
     fix.trueTrack = fix.magneticTrack = 45;
-    g_app.PublishedFix.Publish(fix);
+    g_app.gps.PublishedFix.Publish(fix);
     const struct {
         unsigned command;
         QPoint aircraft;  // the symbol's body at the drawing centre

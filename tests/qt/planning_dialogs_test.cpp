@@ -24,8 +24,8 @@ class PlanningDialogsTest : public DialogTest {
         DialogTest::SetUp();
         ShellDialogOptions shell;
         RegisterShellDialogs(host_, shell);
-        g_app.CurrentPlanId = CreatePlanDatabase(u"Trip");
-        g_app.ActivePlanName.assign(u"Trip");
+        g_app.settings.CurrentPlanId = CreatePlanDatabase(u"Trip");
+        g_app.settings.ActivePlanName.assign(u"Trip");
     }
 
     // One cruise sector due west at 2000 ft, the altitude of the wind table's second row.
@@ -111,8 +111,8 @@ TEST_F(PlanningDialogsTest, EveryWayOfClosingTheWindTableRecomputesThePlan) {
 }
 
 TEST_F(PlanningDialogsTest, IcaoSearchFromPreferencesFindsWaypointsByIdent) {
-    ASSERT_EQ(g_app.IcaoSearch, 0);
-    g_app.NavDatabaseName.assign(u"World");
+    ASSERT_EQ(g_app.settings.IcaoSearch, 0);
+    g_app.settings.NavDatabaseName.assign(u"World");
     auto search = [this](const char* text) {
         QStringList shown;
         WhenShown([&shown, text](QWidget* d) {
@@ -136,7 +136,7 @@ TEST_F(PlanningDialogsTest, IcaoSearchFromPreferencesFindsWaypointsByIdent) {
         Click(d, "ok");
     });
     host_.Run(Dialog::Preferences);
-    EXPECT_EQ(g_app.IcaoSearch, 1);
+    EXPECT_EQ(g_app.settings.IcaoSearch, 1);
     EXPECT_EQ(search("EGKK"), QStringList{"London Gatwick Airport  EGKK"});
 }
 

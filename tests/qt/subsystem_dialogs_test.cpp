@@ -35,8 +35,8 @@ class SubsystemDialogsTest : public DialogTest {
     void SetUp() override {
         DialogTest::SetUp();
         InstallPlanningHooks();
-        g_app.CurrentPlanId = CreatePlanDatabase(u"Trip");
-        g_app.ActivePlanName.assign(u"Trip");
+        g_app.settings.CurrentPlanId = CreatePlanDatabase(u"Trip");
+        g_app.settings.ActivePlanName.assign(u"Trip");
     }
     void TearDown() override { SetSectorDeletedHook({}); }
 
@@ -58,7 +58,7 @@ class SubsystemDialogsTest : public DialogTest {
 // --- planning ---
 
 TEST_F(SubsystemDialogsTest, NewSectorFromSearchAndPositionThenEditIt) {
-    g_app.NavDatabaseName.assign(u"Test");
+    g_app.settings.NavDatabaseName.assign(u"Test");
     ASSERT_TRUE(MountNavVolume());
     CreateNavDatabase(u"Test");
     {
@@ -97,7 +97,7 @@ TEST_F(SubsystemDialogsTest, NewSectorFromSearchAndPositionThenEditIt) {
     EXPECT_EQ(sectors[0].AltitudeText, u"3500");
 
     // A bad altitude keeps the dialog open; a good one is written over the sector.
-    g_app.HighlightedSector = 0;
+    g_app.plan.HighlightedSector = 0;
     result = Run(Dialog::EditSector, [this](QWidget* d) {
         EXPECT_FALSE(Find<QRadioButton>(d, "chooseFrom")->isChecked());
         Type(d, "altitude", "high");
@@ -116,9 +116,9 @@ TEST_F(SubsystemDialogsTest, NewSectorFromSearchAndPositionThenEditIt) {
 
     // Direct to the found waypoint from the present position, then back to the plan; neither
     // touches the plan.
-    g_app.Fix.latitude = 51 * 6000;
-    g_app.Fix.longitude = -1 * 6000 - 3700;  // due south of Wellesbourne
-    g_app.Fix.positionKnown = true;
+    g_app.gps.Fix.latitude = 51 * 6000;
+    g_app.gps.Fix.longitude = -1 * 6000 - 3700;  // due south of Wellesbourne
+    g_app.gps.Fix.positionKnown = true;
     auto direct = [this](const char* button) {
         return Run(Dialog::NewSector, [button](QWidget* d) {
             Type(d, "search", "Welles");
@@ -128,11 +128,11 @@ TEST_F(SubsystemDialogsTest, NewSectorFromSearchAndPositionThenEditIt) {
         });
     };
     EXPECT_EQ(direct("directTo"), kDialogCancel);
-    EXPECT_EQ(g_app.DirectToStartLatitude.load(), 51 * 6000);
-    int course = g_app.DirectToCourse.load();  // due north, truncated
+    EXPECT_EQ(g_app.leg.DirectToStartLatitude.load(), 51 * 6000);
+    int course = g_app.leg.DirectToCourse.load();  // due north, truncated
     EXPECT_TRUE(course == 0 || course == 359) << course;
     EXPECT_EQ(direct("resumePlan"), kDialogCancel);
-    EXPECT_EQ(g_app.DirectToStartLatitude.load(), 0);
+    EXPECT_EQ(g_app.leg.DirectToStartLatitude.load(), 0);
     EXPECT_EQ(Sectors().size(), 1u);
 }
 
@@ -167,8 +167,8 @@ TEST_F(SubsystemDialogsTest, WindTableAddsThroughItsEditDialogAndRefusesBadFigur
 // --- aircraft ---
 
 TEST_F(SubsystemDialogsTest, FuelPlanTotalsFollowTheEntriesAndModes) {
-    g_app.FuelCalc = 1;
-    g_app.TaxiFuel = 2.0;
+    g_app.settings.FuelCalc = 1;
+    g_app.aircraft.TaxiFuel = 2.0;
     int result = Run(Dialog::Fuel, [](QWidget* d) {
         EXPECT_EQ(d->windowTitle(), "Fuel plan");
         Type(d, "holding", "5");
@@ -181,8 +181,8 @@ TEST_F(SubsystemDialogsTest, FuelPlanTotalsFollowTheEntriesAndModes) {
         Click(d, "ok");
     });
     EXPECT_EQ(result, kDialogOk);
-    EXPECT_EQ(g_app.FuelCalc, 0);
-    EXPECT_EQ(g_app.PlanTotalFuel, 50u);
+    EXPECT_EQ(g_app.settings.FuelCalc, 0);
+    EXPECT_EQ(g_app.aircraft.PlanTotalFuel, 50u);
     EXPECT_EQ(platform_.Ui().Titles().back(), "Aerix");
 }
 
@@ -204,7 +204,7 @@ TEST_F(SubsystemDialogsTest, GpsSetupStoresATypedAddressAndRefusesNonsense) {
     });
     EXPECT_EQ(result, kDialogOk);
     EXPECT_EQ(ConfiguredPortName(), u"tcp:localhost:2947");
-    EXPECT_EQ(g_app.BaudRate, 9600u);
+    EXPECT_EQ(g_app.settings.BaudRate, 9600u);
 }
 
 TEST_F(SubsystemDialogsTest, GpsDataShowsThePublishedFixEachSecond) {
@@ -219,7 +219,7 @@ TEST_F(SubsystemDialogsTest, GpsDataShowsThePublishedFixEachSecond) {
         fix.magneticVariation = 2.0;
         fix.variationKnown = true;
         fix.positionKnown = true;
-        g_app.PublishedFix.Publish(fix);
+        g_app.gps.PublishedFix.Publish(fix);
         QMetaObject::invokeMethod(timer, "timeout");
         EXPECT_EQ(Text(d, "speed"), "96 Kts");
         EXPECT_EQ(Text(d, "track"), QString::fromUtf8("007\u00B0M"));
@@ -243,9 +243,9 @@ TEST_F(SubsystemDialogsTest, LoadCalibrateAndRemoveCharts) {
         emit list->itemClicked(found[0]);
     });
     EXPECT_EQ(result, kDialogOk);
-    EXPECT_EQ(g_app.CurrentMapPath.view(), u"\\My Documents\\Aerix\\Field.bmp");
+    EXPECT_EQ(g_app.view.CurrentMapPath.view(), u"\\My Documents\\Aerix\\Field.bmp");
 
-    g_app.CalibrateCorner = 1;
+    g_app.view.CalibrateCorner = 1;
     result = Run(Dialog::Calibrate, [](QWidget* d) {
         Type(d, "latDeg", "51");
         Type(d, "latMin", "30");
@@ -257,9 +257,9 @@ TEST_F(SubsystemDialogsTest, LoadCalibrateAndRemoveCharts) {
         Click(d, "ok");
     });
     EXPECT_EQ(result, kDialogOk);
-    EXPECT_DOUBLE_EQ(g_app.MapCalibration[kRefLat1], -51.5);
-    EXPECT_DOUBLE_EQ(g_app.MapCalibration[kRefLon1], -1.25);
-    EXPECT_EQ(g_app.CalibrationFirstDone, 1);
+    EXPECT_DOUBLE_EQ(g_app.view.MapCalibration[kRefLat1], -51.5);
+    EXPECT_DOUBLE_EQ(g_app.view.MapCalibration[kRefLon1], -1.25);
+    EXPECT_EQ(g_app.view.CalibrationFirstDone, 1);
 
     // Removing asks first; No keeps the chart.
     auto maps = [] { return OpenDatabase(schema::kMapsName, schema::kMapPath).RecordCount(); };
@@ -290,7 +290,7 @@ TEST_F(SubsystemDialogsTest, NewDatabaseThenAddEditAndDeleteAWaypoint) {
                       Click(d, "ok");
                   }),
               kDialogOk);
-    EXPECT_EQ(g_app.NavDatabaseName.utf8(), "Strips");
+    EXPECT_EQ(g_app.settings.NavDatabaseName.utf8(), "Strips");
 
     int result = Run(Dialog::DatabaseAdd, [this](QWidget* d) {
         Type(d, "name", "Home strip");
@@ -358,7 +358,7 @@ TEST_F(SubsystemDialogsTest, TimerCountsTicksAndStopsOnClose) {
         Click(d, "close");
     });
     EXPECT_EQ(result, kDialogCancel);
-    EXPECT_EQ(g_app.StopwatchTimer, 0u);
+    EXPECT_EQ(g_app.stopwatch.StopwatchTimer, 0u);
 }
 
 TEST_F(SubsystemDialogsTest, ConversionsRecomputeOnEachEditByKind) {

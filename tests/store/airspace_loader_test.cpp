@@ -28,7 +28,7 @@ class AirspaceLoaderTest : public ::testing::Test {
         LoadAirspace();
     }
     std::u16string Keyword(std::size_t i) const {
-        return std::u16string(g_app.AirspaceOverlay.at(i).keyword.view());
+        return std::u16string(g_app.nav.AirspaceOverlay.at(i).keyword.view());
     }
     TestPlatform platform;
 };
@@ -59,9 +59,9 @@ TEST_F(AirspaceLoaderTest, ReadsFieldsOfEachKind) {
     Load(Line({"EGTT", "300000", "-6000", "1.5", "2.25", "-3", "-1"}) +
          Line({"GLINETO", "300100", "-6100", "0", "0", "0", "0"}) +
          Line({"ARC", "  300000", "-6000x", "5", "90", "180", "1"}));
-    ASSERT_EQ(g_app.AirspaceEntryCount, 3u);
-    ASSERT_EQ(g_app.AirspaceOverlay.size(), 3u);
-    const auto& first = g_app.AirspaceOverlay[0];
+    ASSERT_EQ(g_app.nav.AirspaceEntryCount, 3u);
+    ASSERT_EQ(g_app.nav.AirspaceOverlay.size(), 3u);
+    const auto& first = g_app.nav.AirspaceOverlay[0];
     EXPECT_EQ(Keyword(0), u"EGTT");
     EXPECT_EQ(first.latitude, 300000);
     EXPECT_EQ(first.longitude, -6000);
@@ -69,8 +69,8 @@ TEST_F(AirspaceLoaderTest, ReadsFieldsOfEachKind) {
     EXPECT_DOUBLE_EQ(first.valueB, 2.25);
     EXPECT_DOUBLE_EQ(first.valueC, -3.0);
     EXPECT_EQ(first.valueD, -1);
-    EXPECT_EQ(g_app.AirspaceOverlay[2].latitude, 300000);  // leading blanks skipped
-    EXPECT_EQ(g_app.AirspaceOverlay[2].longitude, -6000);  // stops at the first non-digit
+    EXPECT_EQ(g_app.nav.AirspaceOverlay[2].latitude, 300000);  // leading blanks skipped
+    EXPECT_EQ(g_app.nav.AirspaceOverlay[2].longitude, -6000);  // stops at the first non-digit
 }
 
 TEST_F(AirspaceLoaderTest, KeepsTheQuirksOfTheLineFormat) {
@@ -80,23 +80,23 @@ TEST_F(AirspaceLoaderTest, KeepsTheQuirksOfTheLineFormat) {
                          "20" + kFieldSeparator + "7x\n";
     Load(std::string("SHORT") + kFieldSeparator + "100" + kFieldSeparator + "200" +
          kFieldSeparator + "\r\n" + bareLf + "LAST" + kFieldSeparator + "1" + kFieldSeparator);
-    ASSERT_EQ(g_app.AirspaceEntryCount, 2u);
-    const auto& shortLine = g_app.AirspaceOverlay[0];
+    ASSERT_EQ(g_app.nav.AirspaceEntryCount, 2u);
+    const auto& shortLine = g_app.nav.AirspaceOverlay[0];
     EXPECT_DOUBLE_EQ(shortLine.valueA, 200.0);
     EXPECT_DOUBLE_EQ(shortLine.valueC, 200.0);
     EXPECT_EQ(shortLine.valueD, 200);
     // Field 0 keeps at most nine characters. "7x" lost its x and, ended by the line instead of a
     // separator, was copied unterminated over the "20" before it: it reads as 70.
     EXPECT_EQ(Keyword(1), u"LONGLABEL");
-    EXPECT_DOUBLE_EQ(g_app.AirspaceOverlay[1].valueA, 70.0);
-    EXPECT_EQ(g_app.AirspaceOverlay[1].valueD, 70);
+    EXPECT_DOUBLE_EQ(g_app.nav.AirspaceOverlay[1].valueA, 70.0);
+    EXPECT_EQ(g_app.nav.AirspaceOverlay[1].valueD, 70);
 }
 
 TEST_F(AirspaceLoaderTest, AnOutlineIsKeptOrDroppedByItsFirstPoint) {
-    g_app.AreaSouth = 0;
-    g_app.AreaNorth = 1000;
-    g_app.AreaWest = 0;
-    g_app.AreaEast = 1000;
+    g_app.nav.AreaSouth = 0;
+    g_app.nav.AreaNorth = 1000;
+    g_app.nav.AreaWest = 0;
+    g_app.nav.AreaEast = 1000;
     Load(Line({"GLINETO", "5000", "5000", "0", "0", "0",
                "0"}) +  // file starts inside a "kept" outline
          Line({"OUT", "5000", "5000", "0", "0", "0", "0"}) +
@@ -104,11 +104,11 @@ TEST_F(AirspaceLoaderTest, AnOutlineIsKeptOrDroppedByItsFirstPoint) {
          Line({"EDGE", "1000", "0", "0", "0", "0", "0"}) +      // on the bounds: inside
          Line({"GLINETO", "9999", "9999", "0", "0", "0", "0"}) +
          Line({"CIRCLE", "-1", "500", "3", "0", "0", "0"}));  // any other keyword decides anew
-    ASSERT_EQ(g_app.AirspaceEntryCount, 3u);
+    ASSERT_EQ(g_app.nav.AirspaceEntryCount, 3u);
     EXPECT_EQ(Keyword(0), u"GLINETO");
     EXPECT_EQ(Keyword(1), u"EDGE");
     EXPECT_EQ(Keyword(2), u"GLINETO");
-    EXPECT_EQ(g_app.AirspaceOverlay[2].latitude, 9999);
+    EXPECT_EQ(g_app.nav.AirspaceOverlay[2].latitude, 9999);
 }
 
 TEST_F(AirspaceLoaderTest, StopsOneShortOfTheBlock) {
@@ -117,25 +117,25 @@ TEST_F(AirspaceLoaderTest, StopsOneShortOfTheBlock) {
     for (std::size_t i = 0; i < kAirspaceBlockEntries + 5; ++i)
         text += one;
     Load(text);
-    EXPECT_EQ(g_app.AirspaceEntryCount, 28029u);
-    EXPECT_EQ(g_app.AirspaceOverlay.size(), 28029u);
+    EXPECT_EQ(g_app.nav.AirspaceEntryCount, 28029u);
+    EXPECT_EQ(g_app.nav.AirspaceOverlay.size(), 28029u);
 }
 
 TEST_F(AirspaceLoaderTest, MissingFileReportsAndLeavesTheCount) {
-    g_app.AirspaceEntryCount = 0;
+    g_app.nav.AirspaceEntryCount = 0;
     LoadAirspace();
     EXPECT_EQ(platform.Ui().BoxTexts(),
               std::vector<std::string>{"Could not open airspace txt file. Error:"});
     EXPECT_EQ(platform.Ui().Boxes()[0].caption, "");
-    EXPECT_EQ(g_app.AirspaceEntryCount, 0u);
-    EXPECT_EQ(g_app.AirspaceOverlay.size(), kAirspaceBlockEntries);  // the fresh empty block
+    EXPECT_EQ(g_app.nav.AirspaceEntryCount, 0u);
+    EXPECT_EQ(g_app.nav.AirspaceOverlay.size(), kAirspaceBlockEntries);  // the fresh empty block
 }
 
 TEST_F(AirspaceLoaderTest, OverlongLineIsSkippedWhole) {
     std::string overlong(kAirspaceMaxLine + 10, '1');
     Load(Line({"A", "1", "1", "0", "0", "0", "0"}) + overlong + "\r\n" +
          Line({"B", "2", "2", "0", "0", "0", "0"}));
-    ASSERT_EQ(g_app.AirspaceEntryCount, 2u);
+    ASSERT_EQ(g_app.nav.AirspaceEntryCount, 2u);
     EXPECT_EQ(Keyword(1), u"B");
 }
 

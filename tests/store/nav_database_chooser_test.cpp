@@ -21,8 +21,8 @@ class ChooserTest : public ::testing::Test {
 TEST_F(ChooserTest, ChoosingCutsFourCharactersAndMarksTheArrays) {
     platform.Ui().ChooseNext(Pick(u"Europe.CDB"));
     EXPECT_EQ(ChooseNavDatabase(), 0);
-    EXPECT_EQ(g_app.NavDatabaseName.view(), u"Europe");
-    EXPECT_EQ(g_app.ArraysPending, 1);
+    EXPECT_EQ(g_app.settings.NavDatabaseName.view(), u"Europe");
+    EXPECT_EQ(g_app.nav.ArraysPending, 1);
     auto request = platform.Ui().FileRequests().at(0);
     EXPECT_EQ(request.title, "Open a database");
     EXPECT_EQ(request.filterName, "Databases");
@@ -31,21 +31,21 @@ TEST_F(ChooserTest, ChoosingCutsFourCharactersAndMarksTheArrays) {
 
     platform.Ui().ChooseNext(Pick(u"Alps.cdbx"));  // four characters go, whatever they are
     EXPECT_EQ(ChooseNavDatabase(), 0);
-    EXPECT_EQ(g_app.NavDatabaseName.view(), u"Alps.");
+    EXPECT_EQ(g_app.settings.NavDatabaseName.view(), u"Alps.");
 }
 
 TEST_F(ChooserTest, CancelOrATooShortTitleChangesNothing) {
-    g_app.NavDatabaseName.assign(u"World");
+    g_app.settings.NavDatabaseName.assign(u"World");
     platform.Ui().ChooseNext(std::nullopt);
     EXPECT_EQ(ChooseNavDatabase(), -1);
     platform.Ui().ChooseNext(Pick(u"CDB"));
     EXPECT_EQ(ChooseNavDatabase(), -1);
-    EXPECT_EQ(g_app.NavDatabaseName.view(), u"World");
-    EXPECT_EQ(g_app.ArraysPending, 0);
+    EXPECT_EQ(g_app.settings.NavDatabaseName.view(), u"World");
+    EXPECT_EQ(g_app.nav.ArraysPending, 0);
 }
 
 TEST_F(ChooserTest, DeleteRefusesTheActiveDatabaseCaseSensitively) {
-    g_app.NavDatabaseName.assign(u"Europe");
+    g_app.settings.NavDatabaseName.assign(u"Europe");
     auto active = Pick(u"Europe.CDB");
     platform.Ui().ChooseNext(active);
     DeleteNavDatabase();

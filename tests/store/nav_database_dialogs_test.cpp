@@ -78,8 +78,8 @@ TEST_F(NavDialogsTest, NewDatabaseIsCreatedEmptyAndBecomesActive) {
     }
     platform.Ui().Clear();
     EXPECT_TRUE(NewNavDatabase("Alps"));
-    EXPECT_EQ(g_app.NavDatabaseName.view(), u"Alps");
-    EXPECT_EQ(g_app.ArraysPending, 1);
+    EXPECT_EQ(g_app.settings.NavDatabaseName.view(), u"Alps");
+    EXPECT_EQ(g_app.nav.ArraysPending, 1);
     EXPECT_TRUE(
         std::filesystem::exists(platform.Data().Resolve(u"\\My Documents\\Aerix\\Alps.CDB")));
     EXPECT_TRUE(ListNavDatabase("").empty());
@@ -106,7 +106,7 @@ TEST_F(NavDialogsTest, AddListSearchEditAndDelete) {
               (std::vector<std::string>{"Benson  EGUB", "Detling  DET", "Lasham  EGHL"}));
     EXPECT_EQ(Lines("son"), std::vector<std::string>{"Benson  EGUB"});
     EXPECT_TRUE(Lines("SON").empty());  // letter case counts
-    g_app.NavSearchKey = platform::MakePropId(101, platform::kCevtLpwstr);
+    g_app.nav.NavSearchKey = platform::MakePropId(101, platform::kCevtLpwstr);
     EXPECT_EQ(Lines("EG"), (std::vector<std::string>{"Benson  EGUB", "Lasham  EGHL"}));
 
     auto lasham = ListNavDatabase("EGHL").at(0);  // by ident now
@@ -125,7 +125,7 @@ TEST_F(NavDialogsTest, AddListSearchEditAndDelete) {
     EXPECT_EQ(again.latitude, read.latitude);  // the position survives the round trip
     EXPECT_EQ(again.type, 6);
 
-    g_app.NavSearchKey = platform::MakePropId(100, platform::kCevtLpwstr);
+    g_app.nav.NavSearchKey = platform::MakePropId(100, platform::kCevtLpwstr);
     auto detling = ListNavDatabase("Detling").at(0);
     platform.Ui().AnswerNext(platform::kIdNo);
     EXPECT_FALSE(DeleteWaypointAt(detling.index));
@@ -135,7 +135,7 @@ TEST_F(NavDialogsTest, AddListSearchEditAndDelete) {
     EXPECT_EQ(platform.Ui().BoxTexts(),
               (std::vector<std::string>{"Delete waypoint - Are you sure?",
                                         "Delete waypoint - Are you sure?"}));
-    EXPECT_EQ(g_app.NavVolumeGuid, 0u);
+    EXPECT_EQ(g_app.nav.NavVolumeGuid, 0u);
 }
 
 TEST_F(NavDialogsTest, FormProblemsAreToldAndNothingIsWritten) {

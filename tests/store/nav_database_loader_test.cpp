@@ -16,12 +16,12 @@ using platform::PropVal;
 class NavLoaderTest : public ::testing::Test {
   protected:
     void SetUp() override {
-        g_app.NavDatabaseName.assign(u"Test");
+        g_app.settings.NavDatabaseName.assign(u"Test");
         // A small area: 50N..52N, 2W..1E.
-        g_app.AreaNorth = 52 * 6000;
-        g_app.AreaSouth = 50 * 6000;
-        g_app.AreaEast = 1 * 6000;
-        g_app.AreaWest = -2 * 6000;
+        g_app.nav.AreaNorth = 52 * 6000;
+        g_app.nav.AreaSouth = 50 * 6000;
+        g_app.nav.AreaEast = 1 * 6000;
+        g_app.nav.AreaWest = -2 * 6000;
     }
     // Writes raw property lists, so records may lack properties.
     void Write(const std::vector<std::vector<PropVal>>& records) {
@@ -42,7 +42,7 @@ class NavLoaderTest : public ::testing::Test {
     }
     std::vector<std::u16string> Names() const {
         std::vector<std::u16string> names;
-        for (const NavEntry& e : g_app.NavDatabase)
+        for (const NavEntry& e : g_app.nav.NavDatabase)
             names.emplace_back(e.name.view());
         return names;
     }
@@ -61,11 +61,11 @@ TEST_F(NavLoaderTest, KeepsWaypointsInsideTheBoundsInclusiveInNameOrder) {
         Wpt(u"Past west", 51 * 6000, -12001),
     });
     LoadNavDatabase();
-    EXPECT_EQ(g_app.NavEntryCount, 4u);
+    EXPECT_EQ(g_app.nav.NavEntryCount, 4u);
     EXPECT_EQ(Names(), (std::vector<std::u16string>{u"East edge", u"North edge", u"South edge",
                                                     u"West edge"}));
-    EXPECT_EQ(g_app.NavDatabase.capacity(), 4u);  // shrunk to the kept entries
-    const NavEntry& e = g_app.NavDatabase[0];
+    EXPECT_EQ(g_app.nav.NavDatabase.capacity(), 4u);  // shrunk to the kept entries
+    const NavEntry& e = g_app.nav.NavDatabase[0];
     EXPECT_EQ(e.ident.view(), u"ID");
     EXPECT_EQ(e.latitude, 51 * 6000);
     EXPECT_EQ(e.longitude, 6000);
@@ -74,7 +74,7 @@ TEST_F(NavLoaderTest, KeepsWaypointsInsideTheBoundsInclusiveInNameOrder) {
     EXPECT_TRUE(platform.Ui().Boxes().empty());
     EXPECT_EQ(platform.Ui().WaitCursorShown(), 1);
     EXPECT_FALSE(platform.Ui().WaitCursor());
-    EXPECT_EQ(g_app.NavVolumeGuid, 0u);  // unmounted
+    EXPECT_EQ(g_app.nav.NavVolumeGuid, 0u);  // unmounted
 }
 
 TEST_F(NavLoaderTest, ADroppedEntryLeavesWhatTheNextRecordLacks) {
@@ -82,19 +82,19 @@ TEST_F(NavLoaderTest, ADroppedEntryLeavesWhatTheNextRecordLacks) {
     Write({Wpt(u"A", 0, 0),
            {PropVal::Text(100, u"B"), PropVal::I4(102, 51 * 6000), PropVal::I4(103, 0)}});
     LoadNavDatabase();
-    ASSERT_EQ(g_app.NavEntryCount, 1u);
-    EXPECT_EQ(g_app.NavDatabase[0].name.view(), u"B");
-    EXPECT_EQ(g_app.NavDatabase[0].ident.view(), u"ID");
-    EXPECT_EQ(g_app.NavDatabase[0].extra.view(), u"GB");
+    ASSERT_EQ(g_app.nav.NavEntryCount, 1u);
+    EXPECT_EQ(g_app.nav.NavDatabase[0].name.view(), u"B");
+    EXPECT_EQ(g_app.nav.NavDatabase[0].ident.view(), u"ID");
+    EXPECT_EQ(g_app.nav.NavDatabase[0].extra.view(), u"GB");
 }
 
 TEST_F(NavLoaderTest, NothingInsideGivesAnEmptyArray) {
     Write({Wpt(u"Far", 0, 0)});
-    g_app.NavDatabase.resize(3);
-    g_app.NavEntryCount = 3;
+    g_app.nav.NavDatabase.resize(3);
+    g_app.nav.NavEntryCount = 3;
     LoadNavDatabase();
-    EXPECT_EQ(g_app.NavEntryCount, 0u);
-    EXPECT_TRUE(g_app.NavDatabase.empty());
+    EXPECT_EQ(g_app.nav.NavEntryCount, 0u);
+    EXPECT_TRUE(g_app.nav.NavDatabase.empty());
 }
 
 TEST_F(NavLoaderTest, TextsLongerThanTheirFieldAreCutNotOverrun) {
@@ -102,23 +102,23 @@ TEST_F(NavLoaderTest, TextsLongerThanTheirFieldAreCutNotOverrun) {
             PropVal::I4(102, 51 * 6000), PropVal::I4(103, 0),
             PropVal::Text(108, std::u16string(40, u'x'))}});
     LoadNavDatabase();
-    ASSERT_EQ(g_app.NavEntryCount, 1u);
-    EXPECT_EQ(g_app.NavDatabase[0].name.view(), std::u16string(35, u'N'));
-    EXPECT_EQ(g_app.NavDatabase[0].ident.view(), u"TOOLO");
-    EXPECT_EQ(g_app.NavDatabase[0].extra.view().size(), 23u);
+    ASSERT_EQ(g_app.nav.NavEntryCount, 1u);
+    EXPECT_EQ(g_app.nav.NavDatabase[0].name.view(), std::u16string(35, u'N'));
+    EXPECT_EQ(g_app.nav.NavDatabase[0].ident.view(), u"TOOLO");
+    EXPECT_EQ(g_app.nav.NavDatabase[0].extra.view().size(), 23u);
 }
 
 TEST_F(NavLoaderTest, OpenFailureSaysSoTwiceAndKeepsThePreviousArray) {
-    g_app.NavDatabaseName.assign(u"Missing");
-    g_app.NavDatabase.resize(2);
-    g_app.NavEntryCount = 2;
+    g_app.settings.NavDatabaseName.assign(u"Missing");
+    g_app.nav.NavDatabase.resize(2);
+    g_app.nav.NavEntryCount = 2;
     LoadNavDatabase();
     EXPECT_EQ(platform.Ui().BoxTexts(),
               (std::vector<std::string>{"Could not open Nav database",
                                         "Could not open nav database. Error:"}));
-    EXPECT_EQ(g_app.NavEntryCount, 2u);
-    EXPECT_EQ(g_app.NavDatabase.size(), 2u);
-    EXPECT_NE(g_app.NavVolumeGuid, 0u);  // the volume stays mounted
+    EXPECT_EQ(g_app.nav.NavEntryCount, 2u);
+    EXPECT_EQ(g_app.nav.NavDatabase.size(), 2u);
+    EXPECT_NE(g_app.nav.NavVolumeGuid, 0u);  // the volume stays mounted
     EXPECT_TRUE(
         std::filesystem::exists(platform.Data().Resolve(u"\\My Documents\\aerix\\Missing.CDB")));
     EXPECT_EQ(platform.Ui().WaitCursorShown(), 0);

@@ -70,8 +70,8 @@ TEST(OpenAirImport, ConvertsPolygonsCirclesAndArcsAndReportsBrokenLines) {
     auto file = platform.Root() / "out.txt";
     testing::WriteFile(file, result.text);
     LoadAirspaceFrom(file);
-    ASSERT_EQ(g_app.AirspaceEntryCount, static_cast<std::uint32_t>(result.lines));
-    const auto& e = g_app.AirspaceOverlay;
+    ASSERT_EQ(g_app.nav.AirspaceEntryCount, static_cast<std::uint32_t>(result.lines));
+    const auto& e = g_app.nav.AirspaceOverlay;
     std::vector<std::u16string> keywords;
     for (const auto& entry : e)
         keywords.emplace_back(entry.keyword.view());
@@ -102,8 +102,8 @@ TEST(OpenAirImport, ArcByPointsUsesBearingsAndDistanceFromTheCentre) {
     auto file = platform.Root() / "b.txt";
     testing::WriteFile(file, result.text);
     LoadAirspaceFrom(file);
-    ASSERT_EQ(g_app.AirspaceEntryCount, 2u);
-    const auto& arc = g_app.AirspaceOverlay[1];
+    ASSERT_EQ(g_app.nav.AirspaceEntryCount, 2u);
+    const auto& arc = g_app.nav.AirspaceOverlay[1];
     EXPECT_NEAR(arc.valueA, 10.0, 1e-3);
     EXPECT_NEAR(arc.valueB, 0.0, 1e-9);  // due north
     EXPECT_NEAR(arc.valueC, 180.0, 1e-9);

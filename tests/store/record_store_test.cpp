@@ -91,7 +91,7 @@ TEST_F(RecordStoreTest, SectorRoundTripsAndPartialRecordsLeaveFieldsUntouched) {
     ASSERT_NE(plan, 0u);
     DbHandle h = OpenDatabase(u"Trip", schema::kSecNumber);
     ASSERT_TRUE(h);
-    EXPECT_EQ(g_app.LastOpenedDatabaseId, plan);
+    EXPECT_EQ(g_app.nav.LastOpenedDatabaseId, plan);
     SectorRecord s;
     s.SectorNumber = 1;
     s.Text401 = u"EGKB";
@@ -160,9 +160,9 @@ TEST_F(RecordStoreTest, PlanListKeepsOnlyPlanDatabases) {
 }
 
 TEST_F(RecordStoreTest, OpenFailuresSayTheirMessageAndRecordNoDatabase) {
-    g_app.LastOpenedDatabaseId = 77;
+    g_app.nav.LastOpenedDatabaseId = 77;
     EXPECT_FALSE(OpenDatabase(u"Missing", schema::kSecNumber));
-    EXPECT_EQ(g_app.LastOpenedDatabaseId, 0u);
+    EXPECT_EQ(g_app.nav.LastOpenedDatabaseId, 0u);
     DbHandle none;
     EXPECT_EQ(WriteWind(none, {1000, 90, 10, 5}), 0u);
     EXPECT_EQ(Boxes(),
@@ -170,18 +170,18 @@ TEST_F(RecordStoreTest, OpenFailuresSayTheirMessageAndRecordNoDatabase) {
 }
 
 TEST_F(RecordStoreTest, OpenAlwaysVolumeIsCreatedEmptyAndTheNavOpenThenFails) {
-    g_app.NavDatabaseName.assign(u"Europe");
+    g_app.settings.NavDatabaseName.assign(u"Europe");
     ASSERT_TRUE(MountNavVolume());
     EXPECT_TRUE(std::filesystem::exists(tp_.Root() / "My Documents" / "aerix" / "Europe.CDB"));
     std::uint32_t count = 99;
     EXPECT_FALSE(OpenNavDatabase(u"Europe", schema::kWptName, &count));
     EXPECT_EQ(Boxes(), (std::vector<std::string>{"Could not open Nav database"}));
     UnmountNavVolume();
-    EXPECT_EQ(g_app.NavVolumeGuid, 0u);
+    EXPECT_EQ(g_app.nav.NavVolumeGuid, 0u);
 }
 
 TEST_F(RecordStoreTest, DamagedNavVolumeIsReportedAndKept) {
-    g_app.NavDatabaseName.assign(u"Bad");
+    g_app.settings.NavDatabaseName.assign(u"Bad");
     auto file = tp_.Root() / "My Documents" / "Aerix" / "Bad.CDB";
     testing::WriteFile(file, "not a volume");
     ASSERT_NE(CreateDatabase(u"Bad", schema::kMapsType, schema::kWptName), 0u);  // in the store
@@ -193,7 +193,7 @@ TEST_F(RecordStoreTest, DamagedNavVolumeIsReportedAndKept) {
 }
 
 TEST_F(RecordStoreTest, NavSearchMatchesNameOrIdentBySearchKey) {
-    g_app.NavDatabaseName.assign(u"Test");
+    g_app.settings.NavDatabaseName.assign(u"Test");
     ASSERT_TRUE(MountNavVolume());
     ASSERT_NE(CreateNavDatabase(u"Test"), 0u);
     {
@@ -218,7 +218,7 @@ TEST_F(RecordStoreTest, NavSearchMatchesNameOrIdentBySearchKey) {
         {schema::kWptIdent, u"Hill", {0, 0}},
     };
     for (const Case& c : cases) {
-        g_app.NavSearchKey = c.key;
+        g_app.nav.NavSearchKey = c.key;
         DbHandle h = OpenNavDatabase(u"Test", schema::kWptName);
         std::vector<int> got;
         std::u16string text;
@@ -245,10 +245,10 @@ TEST_F(RecordStoreTest, SectorDeleteRecomputesUnlessTheLoadedCountRulesItOut) {
     const std::vector<Case> cases{{0, false}, {2, false}, {3, true}, {1, true}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.loadedCount);
-        g_app.ActivePlanName.assign(u"P" + std::u16string(1, char16_t(u'0' + c.loadedCount)));
-        ASSERT_NE(CreatePlanDatabase(g_app.ActivePlanName.view()), 0u);
+        g_app.settings.ActivePlanName.assign(u"P" + std::u16string(1, char16_t(u'0' + c.loadedCount)));
+        ASSERT_NE(CreatePlanDatabase(g_app.settings.ActivePlanName.view()), 0u);
         {
-            DbHandle h = OpenDatabase(g_app.ActivePlanName.view(), schema::kSecNumber);
+            DbHandle h = OpenDatabase(g_app.settings.ActivePlanName.view(), schema::kSecNumber);
             for (std::int16_t n = 1; n <= 3; ++n) {
                 SectorRecord s;
                 s.SectorNumber = n;
@@ -257,7 +257,7 @@ TEST_F(RecordStoreTest, SectorDeleteRecomputesUnlessTheLoadedCountRulesItOut) {
         }
         int calls = 0;
         SetSectorDeletedHook([&calls] { ++calls; });
-        g_app.PlanSectorCount = c.loadedCount;
+        g_app.plan.PlanSectorCount = c.loadedCount;
         EXPECT_TRUE(DeleteSector(1));
         EXPECT_EQ(calls, c.recompute ? 1 : 0);
         SectorRecord s;

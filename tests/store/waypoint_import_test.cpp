@@ -217,7 +217,7 @@ TEST(WaypointImport, AddsToTheDatabaseWithoutDuplicates) {
     WaypointImportResult second = ImportWaypoints(u"Mine", p.records);
     EXPECT_EQ(second.added, 1u);
     EXPECT_EQ(second.duplicates, 2u);
-    EXPECT_EQ(g_app.NavVolumeGuid, 0u);
+    EXPECT_EQ(g_app.nav.NavVolumeGuid, 0u);
 
     NavVolumeScope volume(u"Mine");
     std::uint32_t count = 0;

@@ -34,7 +34,7 @@ TEST_F(StopwatchTest, CountsAndWidensTheHours) {
     EXPECT_EQ(dialog_.Display(), "01:00:00");
     Ticks(360000 - 3600);
     EXPECT_EQ(dialog_.Display(), "100:00:00");
-    EXPECT_EQ(g_app.StopwatchHours, 100);
+    EXPECT_EQ(g_app.stopwatch.StopwatchHours, 100);
 }
 
 TEST_F(StopwatchTest, CountersOutliveTheDialogAndStartRestartsFromZero) {
@@ -43,13 +43,13 @@ TEST_F(StopwatchTest, CountersOutliveTheDialogAndStartRestartsFromZero) {
     Ticks(75);
     EXPECT_EQ(dialog_.Cancel(), 2);
     EXPECT_FALSE(dialog_.Running());
-    EXPECT_EQ(g_app.StopwatchMinutes, 1);
-    EXPECT_EQ(g_app.StopwatchSeconds, 15);
+    EXPECT_EQ(g_app.stopwatch.StopwatchMinutes, 1);
+    EXPECT_EQ(g_app.stopwatch.StopwatchSeconds, 15);
 
     StopwatchDialog reopened;
     reopened.Open();
     EXPECT_EQ(reopened.Display(), "00:00:00");
-    EXPECT_EQ(g_app.StopwatchSeconds, 15);  // untouched until Start
+    EXPECT_EQ(g_app.stopwatch.StopwatchSeconds, 15);  // untouched until Start
     reopened.Start();
     reopened.Tick();
     EXPECT_EQ(reopened.Display(), "00:00:01");
@@ -91,11 +91,11 @@ TEST_F(StopwatchTest, DisplayFollowsElapsedTimeWhateverTheTimerDoes) {
 }
 
 TEST_F(StopwatchTest, StopWithoutStartChangesNothing) {
-    g_app.StopwatchSeconds = 7;
+    g_app.stopwatch.StopwatchSeconds = 7;
     dialog_.Open();
     dialog_.Stop();
     EXPECT_EQ(dialog_.Display(), "00:00:00");
-    EXPECT_EQ(g_app.StopwatchSeconds, 7);
+    EXPECT_EQ(g_app.stopwatch.StopwatchSeconds, 7);
 }
 
 }  // namespace

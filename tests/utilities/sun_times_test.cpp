@@ -48,9 +48,9 @@ class SunDialogTest : public ::testing::Test {
 
 TEST_F(SunDialogTest, OpensOnTheFixAndTodaysUtcDate) {
     platform_.Clock().SetUtc({2025, 6, 25, 12, 0, 0, 0});
-    g_app.Fix.latitude = 40.9 * 6000;    // 40°54.00' N
-    g_app.Fix.longitude = -74.3 * 6000;  // 074°18.00' W
-    g_app.Fix.latitude += 0.996;         // rounds up into the next hundredth... and minute
+    g_app.gps.Fix.latitude = 40.9 * 6000;    // 40°54.00' N
+    g_app.gps.Fix.longitude = -74.3 * 6000;  // 074°18.00' W
+    g_app.gps.Fix.latitude += 0.996;         // rounds up into the next hundredth... and minute
     SunDialog dialog;
     dialog.Open();
     EXPECT_EQ(platform_.Ui().Titles().back(), "Sunrise/sunset");
@@ -76,7 +76,7 @@ TEST_F(SunDialogTest, OpensOnTheFixAndTodaysUtcDate) {
 
 TEST_F(SunDialogTest, PolarDaysShowNoRiseNoSet) {
     platform_.Clock().SetUtc({2025, 6, 21, 0, 0, 0, 0});
-    g_app.Fix.latitude = 90.0 * 6000;
+    g_app.gps.Fix.latitude = 90.0 * 6000;
     SunDialog dialog;
     dialog.Open();
     EXPECT_EQ(dialog.SunriseText(), "no rise");

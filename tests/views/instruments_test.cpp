@@ -366,14 +366,14 @@ TEST(InstrumentDrawerTest, OneDrawingAtATimeAndItsFrameIsHandedOver) {
     ASSERT_TRUE(drawer.Start(InstrumentFrameInput(), &platform.Ui()));
     held.WaitStarted(1);
     EXPECT_TRUE(drawer.Running());
-    EXPECT_TRUE(g_app.InstrumentDrawingRunning.load());
+    EXPECT_TRUE(g_app.gps.InstrumentDrawingRunning.load());
     EXPECT_FALSE(drawer.Start(InstrumentFrameInput(), &platform.Ui()));  // no second thread
     EXPECT_FALSE(drawer.TakeFinished());
 
     held.Release();
     drawer.Wait();
     EXPECT_FALSE(drawer.Running());
-    EXPECT_FALSE(g_app.InstrumentDrawingRunning.load());
+    EXPECT_FALSE(g_app.gps.InstrumentDrawingRunning.load());
     EXPECT_EQ(platform.Ui().InvalidateCount(), invalidations + 1);
     ASSERT_TRUE(drawer.TakeFinished());
     EXPECT_EQ(drawer.Shown().Width(), 7);
@@ -388,7 +388,7 @@ TEST(InstrumentDrawerTest, OneDrawingAtATimeAndItsFrameIsHandedOver) {
     held.WaitStarted(2);
     drawer.Stop();
     EXPECT_FALSE(drawer.Running());
-    EXPECT_FALSE(g_app.InstrumentDrawingRunning.load());
+    EXPECT_FALSE(g_app.gps.InstrumentDrawingRunning.load());
     EXPECT_FALSE(drawer.TakeFinished());
     EXPECT_EQ(platform.Ui().InvalidateCount(), invalidations + 1);
     EXPECT_EQ(drawer.Shown().Width(), 7);  // the last frame still shows
@@ -415,24 +415,24 @@ TEST_F(InstrumentSequencingTest, PreparingAFrameSequencesLikeTheMapAndAcknowledg
         s.Text404 = i == 0 ? u"ONE" : u"TWO";
         WriteSector(h, s);
     }
-    g_app.ActivePlanName.assign(u"Trip");
+    g_app.settings.ActivePlanName.assign(u"Trip");
     GpsFix fix;
     fix.latitude = 49.9 * 6000;  // past the first waypoint
     fix.longitude = 1 * 6000;
     fix.FixVoid = 1;
     fix.positionKnown = true;
-    g_app.PublishedFix.Publish(fix);
-    g_app.Fix = fix;
+    g_app.gps.PublishedFix.Publish(fix);
+    g_app.gps.Fix = fix;
     InstrumentFrameInput in = PrepareInstrumentFrame();
-    EXPECT_EQ(g_app.ActiveSectorIndex, 1u);
-    EXPECT_EQ(g_app.LegChange.load(), 1);
+    EXPECT_EQ(g_app.leg.ActiveSectorIndex, 1u);
+    EXPECT_EQ(g_app.leg.LegChange.load(), 1);
     ASSERT_TRUE(in.leg.valid);
     EXPECT_EQ(in.leg.bar.name, u"TWO");
     EXPECT_DOUBLE_EQ(in.leg.course, 90.0);
     EXPECT_EQ(in.route.size(), 2u);
     // The banner goes into this frame only.
     EXPECT_TRUE(in.invalidSignal);
-    EXPECT_EQ(g_app.Fix.FixVoid, 0);
+    EXPECT_EQ(g_app.gps.Fix.FixVoid, 0);
     EXPECT_FALSE(PrepareInstrumentFrame().invalidSignal);
 }
 

@@ -18,22 +18,22 @@ constexpr std::u16string_view kOther = u"\\My Documents\\Aerix\\other.bmp";
 // as the pilot does with "Calibrate NE" and "Calibrate SW".
 void Calibrate(const char16_t* neLat, const char16_t* neLon, const char16_t* swLat,
                const char16_t* swLon) {
-    g_app.CurrentMapPath.assign(kChart);
-    g_app.MapWidth = 1035;
-    g_app.MapHeight = 535;
-    g_app.AnchorX = g_app.AnchorY = 120;
-    g_app.AircraftScreenX = g_app.AircraftScreenY = 120;
+    g_app.view.CurrentMapPath.assign(kChart);
+    g_app.view.MapWidth = 1035;
+    g_app.view.MapHeight = 535;
+    g_app.view.AnchorX = g_app.view.AnchorY = 120;
+    g_app.view.AircraftScreenX = g_app.view.AircraftScreenY = 120;
     CalibrateDialog d;
     d.latMinutes = d.lonMinutes = u"0";
-    g_app.CalibrateCorner = 1;
-    g_app.MapCenterX = 1035;
-    g_app.MapCenterY = 120;
+    g_app.view.CalibrateCorner = 1;
+    g_app.view.MapCenterX = 1035;
+    g_app.view.MapCenterY = 120;
     d.latDegrees = neLat;
     d.lonDegrees = neLon;
     d.Ok();
-    g_app.CalibrateCorner = 0;
-    g_app.MapCenterX = 135;
-    g_app.MapCenterY = 520;
+    g_app.view.CalibrateCorner = 0;
+    g_app.view.MapCenterX = 135;
+    g_app.view.MapCenterY = 520;
     d.latDegrees = swLat;
     d.lonDegrees = swLon;
     d.Ok();
@@ -63,16 +63,16 @@ TEST(MapManagement, RecalibrationReplacesTheChartsCalibration) {
         WriteMap(h, {std::u16string(kChart), older});
     }
     LoadMapCalibration(kChart);
-    EXPECT_EQ(g_app.MapCalibration[kScaleNumber], 8);
+    EXPECT_EQ(g_app.view.MapCalibration[kScaleNumber], 8);
 
     Calibrate(u"51", u"1", u"50", u"-8");  // 900 px over 9 degrees
     EXPECT_EQ(p.Ui().Boxes().back().text, kCalibratedText);
     Calibrate(u"52", u"2", u"51", u"-1");  // 900 px over 3 degrees
-    g_app.MapCalibration = {};
+    g_app.view.MapCalibration = {};
     LoadMapCalibration(kChart);
-    EXPECT_DOUBLE_EQ(g_app.MapCalibration[kScaleNumber], 300);
-    EXPECT_DOUBLE_EQ(g_app.MapCalibration[kRefLat1], 52);
-    EXPECT_DOUBLE_EQ(g_app.MapCalibration[kRefLon2], -1);
+    EXPECT_DOUBLE_EQ(g_app.view.MapCalibration[kScaleNumber], 300);
+    EXPECT_DOUBLE_EQ(g_app.view.MapCalibration[kRefLat1], 52);
+    EXPECT_DOUBLE_EQ(g_app.view.MapCalibration[kRefLon2], -1);
 
     std::vector<MapRecord> records = RecordsOf(kChart);
     ASSERT_EQ(records.size(), 1u);
@@ -89,7 +89,7 @@ TEST(MapManagement, CornersOnOneParallelStoreNothing) {
     EXPECT_EQ(p.Ui().Boxes().back().text, "Calibration refused: RefLat1 equals RefLat2");
     EXPECT_TRUE(RecordsOf(kChart).empty());
     // The corners stay marked: entering the SW corner again completes the calibration.
-    EXPECT_EQ(g_app.CalibrationFirstDone, 1);
+    EXPECT_EQ(g_app.view.CalibrationFirstDone, 1);
     Calibrate(u"51", u"1", u"50", u"-8");
     EXPECT_EQ(p.Ui().Boxes().back().text, kCalibratedText);
     EXPECT_EQ(RecordsOf(kChart).size(), 1u);

@@ -32,7 +32,7 @@ class MapViewTest : public ::testing::Test {
   protected:
     void SetUp() override {
         platform::Sys().graphics = &graphics;
-        g_app.ViewMode = kViewMap;
+        g_app.settings.ViewMode = kViewMap;
     }
     void TearDown() override { platform::Sys().graphics = nullptr; }
     void AddChart(const std::u16string& path, const MapCalibrationValues& c, int w = 600,
@@ -51,8 +51,8 @@ class MapViewTest : public ::testing::Test {
 };
 
 TEST_F(MapViewTest, CrossIsClampedIntoTheChartRowsAndBlinks) {
-    g_app.AircraftScreenX = 50;
-    g_app.AircraftScreenY = 236;  // the tail reaches beyond row 252
+    g_app.view.AircraftScreenX = 50;
+    g_app.view.AircraftScreenY = 236;  // the tail reaches beyond row 252
     RecordingCanvas c;
     DrawAircraftSymbol(c);
     auto polygons = c.CallsOf(CanvasCall::Polygon);
@@ -66,16 +66,16 @@ TEST_F(MapViewTest, CrossIsClampedIntoTheChartRowsAndBlinks) {
     c.Clear();
     DrawAircraftSymbol(c);
     EXPECT_EQ(c.CallsOf(CanvasCall::Polygon)[0].brush.color, platform::kBlack);
-    g_app.AircraftScreenY = -10;
+    g_app.view.AircraftScreenY = -10;
     c.Clear();
     DrawAircraftSymbol(c);
     EXPECT_EQ(c.CallsOf(CanvasCall::Polygon)[0].points[0].y, 14);
 }
 
 TEST_F(MapViewTest, TrackPointerGrowsWithSpeedAndNarrowsItsHead) {
-    g_app.ShowTrackPointer = 1;
-    g_app.AircraftScreenX = 100;
-    g_app.AircraftScreenY = 100;
+    g_app.settings.ShowTrackPointer = 1;
+    g_app.view.AircraftScreenX = 100;
+    g_app.view.AircraftScreenY = 100;
     struct Case {
         double speed, track;
         Point tip;
@@ -87,8 +87,8 @@ TEST_F(MapViewTest, TrackPointerGrowsWithSpeedAndNarrowsItsHead) {
         {210.0, 180, {100, 214}, 4},  // 100 px south
     };
     for (const Case& k : cases) {
-        g_app.Fix.groundSpeed = k.speed;
-        g_app.Fix.trueTrack = k.track;
+        g_app.gps.Fix.groundSpeed = k.speed;
+        g_app.gps.Fix.trueTrack = k.track;
         RecordingCanvas c;
         DrawAircraftSymbol(c);
         auto polygons = c.CallsOf(CanvasCall::Polygon);
@@ -106,19 +106,19 @@ TEST_F(MapViewTest, TrackPointerGrowsWithSpeedAndNarrowsItsHead) {
         double diff = std::remainder(angle - theta, 360.0);
         EXPECT_NEAR(diff, 0, 2.0) << k.speed;
     }
-    g_app.ShowTrackPointer = 0;
-    g_app.Fix.groundSpeed = 200;
+    g_app.settings.ShowTrackPointer = 0;
+    g_app.gps.Fix.groundSpeed = 200;
     RecordingCanvas c;
     DrawAircraftSymbol(c);
     EXPECT_EQ(c.CallsOf(CanvasCall::Polygon).size(), 1u);
 }
 
 TEST_F(MapViewTest, WhiteStripsByZoom) {
-    g_app.MapLoaded = true;
-    g_app.MapBitmap = platform::Bitmap(400, 300);
-    g_app.MapWidth = 400;
-    g_app.MapHeight = 300;
-    g_app.ViewMode = kViewMapEdit;  // no overlays
+    g_app.view.MapLoaded = true;
+    g_app.view.MapBitmap = platform::Bitmap(400, 300);
+    g_app.view.MapWidth = 400;
+    g_app.view.MapHeight = 300;
+    g_app.settings.ViewMode = kViewMapEdit;  // no overlays
     struct Case {
         double zoom;
         int cx, cy;
@@ -139,9 +139,9 @@ TEST_F(MapViewTest, WhiteStripsByZoom) {
         {4.0, 380, 280, {{240 - 40, 14, 240, 254}, {0, 254 - 40, 240, 254}}, {350, 250, 410, 310}},
     };
     for (const Case& k : cases) {
-        g_app.MapZoom = k.zoom;
-        g_app.MapCenterX = k.cx;
-        g_app.MapCenterY = k.cy;
+        g_app.view.MapZoom = k.zoom;
+        g_app.view.MapCenterX = k.cx;
+        g_app.view.MapCenterY = k.cy;
         RecordingCanvas c;
         PaintMapView(c, nullptr, 1);
         auto blits = c.CallsOf(CanvasCall::Blit);
@@ -159,19 +159,19 @@ TEST_F(MapViewTest, WhiteStripsByZoom) {
 
 TEST_F(MapViewTest, CentringAtZoomOneMovesTheAircraftOffTheAnchorNearEdges) {
     AddChart(u"\\My Documents\\Aerix\\flat.bmp", Flat(), 600, 600);
-    g_app.Fix.latitude = 59.5 * 6000;   // row 5
-    g_app.Fix.longitude = 55.5 * 6000;  // column 555
+    g_app.gps.Fix.latitude = 59.5 * 6000;   // row 5
+    g_app.gps.Fix.longitude = 55.5 * 6000;  // column 555
     RecordingCanvas c;
     CenterMapOnPosition(c, nullptr, 55.5, 59.5);
-    EXPECT_EQ(g_app.CurrentMapPath.view(), u"\\My Documents\\Aerix\\flat.bmp");
-    EXPECT_EQ(g_app.MapCenterY, 120);
-    EXPECT_EQ(g_app.AircraftScreenY, 5);
-    EXPECT_EQ(g_app.MapCenterX, 480);  // 0 + 600 - 120
-    EXPECT_EQ(g_app.AircraftScreenX, 120 - 480 + 555);
-    g_app.MapZoom = 2.0;
+    EXPECT_EQ(g_app.view.CurrentMapPath.view(), u"\\My Documents\\Aerix\\flat.bmp");
+    EXPECT_EQ(g_app.view.MapCenterY, 120);
+    EXPECT_EQ(g_app.view.AircraftScreenY, 5);
+    EXPECT_EQ(g_app.view.MapCenterX, 480);  // 0 + 600 - 120
+    EXPECT_EQ(g_app.view.AircraftScreenX, 120 - 480 + 555);
+    g_app.view.MapZoom = 2.0;
     CenterMapOnPosition(c, nullptr, 55.5, 59.5);
-    EXPECT_EQ(g_app.MapCenterX, 555);
-    EXPECT_EQ(g_app.AircraftScreenY, 120);
+    EXPECT_EQ(g_app.view.MapCenterX, 555);
+    EXPECT_EQ(g_app.view.AircraftScreenY, 120);
 }
 
 TEST_F(MapViewTest, ChoiceKeepsTheOneSidedComparison) {
@@ -179,8 +179,8 @@ TEST_F(MapViewTest, ChoiceKeepsTheOneSidedComparison) {
     AddChart(u"\\My Documents\\Aerix\\b480.bmp", Flat(480));
     AddChart(u"\\My Documents\\Aerix\\c600.bmp", Flat(600));
     AddChart(u"\\My Documents\\Aerix\\d700.bmp", Flat(700, 40, 45));  // elsewhere
-    g_app.Fix.latitude = 50 * 6000;
-    g_app.Fix.longitude = 5 * 6000;
+    g_app.gps.Fix.latitude = 50 * 6000;
+    g_app.gps.Fix.longitude = 5 * 6000;
     struct Case {
         double current;
         int request;
@@ -193,40 +193,40 @@ TEST_F(MapViewTest, ChoiceKeepsTheOneSidedComparison) {
         {485, -1, u"b480.bmp"},
     };
     for (const Case& k : cases) {
-        g_app.MapCalibration[kScaleNumber] = k.current;
-        g_app.MapChangeRequest = k.request;
-        g_app.CurrentMapPath.clear();
+        g_app.view.MapCalibration[kScaleNumber] = k.current;
+        g_app.view.MapChangeRequest = k.request;
+        g_app.view.CurrentMapPath.clear();
         SelectMapForPosition();
-        EXPECT_EQ(g_app.CurrentMapPath.view(), u"\\My Documents\\Aerix\\" + k.chosen) << k.current;
-        EXPECT_EQ(g_app.MapChangeRequest, 0);
+        EXPECT_EQ(g_app.view.CurrentMapPath.view(), u"\\My Documents\\Aerix\\" + k.chosen) << k.current;
+        EXPECT_EQ(g_app.view.MapChangeRequest, 0);
     }
     // 480 only when nothing larger turns up: remove 490 and 600 from the file system.
     std::filesystem::remove(p.Data().Resolve("\\My Documents\\Aerix\\a490.bmp"));
     std::filesystem::remove(p.Data().Resolve("\\My Documents\\Aerix\\c600.bmp"));
-    g_app.MapCalibration[kScaleNumber] = 500;
+    g_app.view.MapCalibration[kScaleNumber] = 500;
     SelectMapForPosition();
-    EXPECT_EQ(g_app.CurrentMapPath.view(), u"\\My Documents\\Aerix\\b480.bmp");
+    EXPECT_EQ(g_app.view.CurrentMapPath.view(), u"\\My Documents\\Aerix\\b480.bmp");
     // Request 1 with nothing more detailed: the map and the request stay.
-    g_app.MapChangeRequest = 1;
+    g_app.view.MapChangeRequest = 1;
     SelectMapForPosition();
-    EXPECT_EQ(g_app.MapChangeRequest, 1);
+    EXPECT_EQ(g_app.view.MapChangeRequest, 1);
 }
 
 TEST_F(MapViewTest, FailedLoadFallsBackOnTheWorldMapThenTellsIt) {
     AddChart(u"\\My Documents\\Aerix\\flat.bmp", Flat());
     graphics = platform::RecordingGraphics();  // the file exists but cannot be read
-    g_app.Fix.latitude = 50 * 6000;
-    g_app.Fix.longitude = 5 * 6000;
+    g_app.gps.Fix.latitude = 50 * 6000;
+    g_app.gps.Fix.longitude = 5 * 6000;
     SelectMapForPosition();
-    EXPECT_EQ(g_app.CurrentMapPath.view(), u"\\My Documents\\Aerix\\World1.bmp");
-    EXPECT_FALSE(g_app.MapLoaded);
+    EXPECT_EQ(g_app.view.CurrentMapPath.view(), u"\\My Documents\\Aerix\\World1.bmp");
+    EXPECT_FALSE(g_app.view.MapLoaded);
     ASSERT_FALSE(p.Ui().Boxes().empty());
     EXPECT_EQ(p.Ui().Boxes().back().text, kWorldMapNotFoundText);
     EXPECT_EQ(LoadMapBitmap(u""), 0);
 }
 
 TEST_F(MapViewTest, ScaleBarSearchesHundredToHundredFiftyPixels) {
-    g_app.MapCalibration = Flat(10);  // 10 px a degree: 1 nm is 1/6 px
+    g_app.view.MapCalibration = Flat(10);  // 10 px a degree: 1 nm is 1/6 px
     struct Case {
         double pxPerDegree, zoom;
         int miles;  // 0: not shown
@@ -236,8 +236,8 @@ TEST_F(MapViewTest, ScaleBarSearchesHundredToHundredFiftyPixels) {
         {60, 1.0, 0},    // 1 px a mile: more than 50 nm needed
     };
     for (const Case& k : cases) {
-        g_app.MapCalibration[kRefY2] = k.pxPerDegree * 10;
-        g_app.MapZoom = k.zoom;
+        g_app.view.MapCalibration[kRefY2] = k.pxPerDegree * 10;
+        g_app.view.MapZoom = k.zoom;
         RecordingCanvas view;
         CanvasReadouts readouts(view);
         DrawScaleBar(readouts);
@@ -253,7 +253,7 @@ TEST_F(MapViewTest, ScaleBarSearchesHundredToHundredFiftyPixels) {
 }
 
 TEST_F(MapViewTest, RouteIsBurntWithHalfAPixelAdded) {
-    g_app.ActivePlanName.assign(u"Trip");
+    g_app.settings.ActivePlanName.assign(u"Trip");
     CreatePlanDatabase(u"Trip");
     DbHandle h = OpenDatabase(u"Trip", schema::kSecNumber);
     SectorRecord s;
@@ -263,7 +263,7 @@ TEST_F(MapViewTest, RouteIsBurntWithHalfAPixelAdded) {
     s.EndLatitude = 58 * 6000;
     s.EndLongitude = 2 * 6000;
     WriteSector(h, s);
-    g_app.MapCalibration = Flat();
+    g_app.view.MapCalibration = Flat();
     RecordingCanvas map;
     DrawRouteOnMap(map);
     auto lines = map.CallsOf(CanvasCall::Polyline);
@@ -276,7 +276,7 @@ TEST_F(MapViewTest, RouteIsBurntWithHalfAPixelAdded) {
 }
 
 TEST_F(MapViewTest, SequencesOnlyOnAFixThatHasLeftTheWaypointBehind) {
-    g_app.ActivePlanName.assign(u"Trip");
+    g_app.settings.ActivePlanName.assign(u"Trip");
     CreatePlanDatabase(u"Trip");
     DbHandle h = OpenDatabase(u"Trip", schema::kSecNumber);
     // South along 1 E to 50 N, then east to 2 E.
@@ -306,21 +306,21 @@ TEST_F(MapViewTest, SequencesOnlyOnAFixThatHasLeftTheWaypointBehind) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         ResetAppState();
-        g_app.ViewMode = kViewMap;
-        g_app.ActivePlanName.assign(u"Trip");
+        g_app.settings.ViewMode = kViewMap;
+        g_app.settings.ActivePlanName.assign(u"Trip");
         GpsFix fix;
         fix.latitude = c.latitude * 6000;
         fix.longitude = c.published ? 1 * 6000 : 0;
         fix.positionKnown = c.published;
         if (c.published)
-            g_app.PublishedFix.Publish(fix);
+            g_app.gps.PublishedFix.Publish(fix);
         if (c.feedRestarted)
             MarkFeedStart();
-        g_app.Fix = fix;
+        g_app.gps.Fix = fix;
         RecordingCanvas view;
         UpdateActiveLeg(view, ReadPlanSectors());
-        EXPECT_EQ(g_app.ActiveSectorIndex, c.active);
-        EXPECT_EQ(g_app.LegChange.load(), c.active != 0 ? 1 : 0);
+        EXPECT_EQ(g_app.leg.ActiveSectorIndex, c.active);
+        EXPECT_EQ(g_app.leg.LegChange.load(), c.active != 0 ? 1 : 0);
     }
 }
 
@@ -355,11 +355,11 @@ TEST_F(MapViewTest, UncalibratedChartIsAutoCalibratedFromItsFile) {
                        "x\xB8"
                        "5\xB8");
     testing::WriteFile(p.Data().ResolveForWrite("\\My Documents\\Aerix\\n.bmp"), "x");
-    g_app.MapCalibration = Flat(3);
+    g_app.view.MapCalibration = Flat(3);
     LoadMapCalibration(u"\\My Documents\\Aerix\\n.bmp");
     EXPECT_EQ(p.Ui().Boxes().back().text, kMapAutoCalibratedText);
     EXPECT_EQ(p.Ui().Boxes().back().caption, "Information");
-    EXPECT_EQ(g_app.MapCalibration[kScaleNumber], 3);  // the line had no line feed
+    EXPECT_EQ(g_app.view.MapCalibration[kScaleNumber], 3);  // the line had no line feed
     LoadMapCalibration(u"\\My Documents\\Aerix\\other.bmp");
     EXPECT_EQ(p.Ui().Boxes().back().text, kMapNotCalibratedText);
     EXPECT_EQ(p.Ui().Boxes().back().caption, "Warning");
@@ -402,12 +402,12 @@ TEST_F(MapViewTest, CalibrationFileThatPlacesNoChartIsRefused) {
         // A good line first: the bad last line still wins.
         testing::WriteFile(p.Data().ResolveForWrite("\\My Documents\\Aerix\\bad.ndx"),
                            line(good) + line(fields));
-        g_app.MapCalibration = Flat(7);
+        g_app.view.MapCalibration = Flat(7);
         LoadMapCalibration(chart);
         EXPECT_EQ(
             p.Ui().Boxes().back().text,
             std::string("Calibration file \\My Documents\\Aerix\\bad.ndx refused: ") + c.says);
-        EXPECT_EQ(g_app.MapCalibration, Flat(7));
+        EXPECT_EQ(g_app.view.MapCalibration, Flat(7));
         DbHandle h = OpenDatabase(schema::kMapsName, schema::kMapPath);
         MapRecord r;
         EXPECT_EQ(ReadMap(h, kByIndex, 0, r), 0u);  // nothing written
@@ -420,21 +420,21 @@ TEST_F(MapViewTest, CalibrationFileThatPlacesNoChartIsRefused) {
     EXPECT_EQ(p.Ui().Boxes().back().text, kMapAutoCalibratedText);
     MapCalibrationValues expected = Flat(10);
     expected[kScaleNumber] = 12;
-    EXPECT_EQ(g_app.MapCalibration, expected);
+    EXPECT_EQ(g_app.view.MapCalibration, expected);
 }
 
 TEST_F(MapViewTest, CalibrationPutsLimits35PixelsInside) {
     CreateMapsDatabase();
-    g_app.CurrentMapPath.assign(u"\\My Documents\\Aerix\\new.bmp");
-    g_app.MapWidth = 1035;
-    g_app.MapHeight = 535;
-    g_app.AnchorX = g_app.AnchorY = 120;
-    g_app.AircraftScreenX = 120;
-    g_app.AircraftScreenY = 120;
+    g_app.view.CurrentMapPath.assign(u"\\My Documents\\Aerix\\new.bmp");
+    g_app.view.MapWidth = 1035;
+    g_app.view.MapHeight = 535;
+    g_app.view.AnchorX = g_app.view.AnchorY = 120;
+    g_app.view.AircraftScreenX = 120;
+    g_app.view.AircraftScreenY = 120;
     CalibrateDialog d;
-    g_app.CalibrateCorner = 1;  // NE first: pixel (1035, 106)
-    g_app.MapCenterX = 1035;
-    g_app.MapCenterY = 120;
+    g_app.view.CalibrateCorner = 1;  // NE first: pixel (1035, 106)
+    g_app.view.MapCenterX = 1035;
+    g_app.view.MapCenterY = 120;
     d.latDegrees = u"51";
     d.latMinutes = u"30.0";
     d.lonDegrees = u"1";
@@ -443,22 +443,22 @@ TEST_F(MapViewTest, CalibrationPutsLimits35PixelsInside) {
         d.lonMinutes = slip;
         EXPECT_EQ(d.Ok(), 0);
         EXPECT_EQ(p.Ui().Boxes().back().text, "Longitude minutes: enter a number");
-        EXPECT_EQ(g_app.CalibrationFirstDone, 0);
+        EXPECT_EQ(g_app.view.CalibrationFirstDone, 0);
     }
     const std::size_t told = p.Ui().Boxes().size();
     d.lonMinutes = u"";  // empty counts as 0
     EXPECT_EQ(d.Ok(), 1);
     EXPECT_EQ(p.Ui().Boxes().size(), told);
-    g_app.CalibrateCorner = 0;  // SW: pixel (135, 506), 9 degrees west, 1 degree south
-    g_app.MapCenterX = 135;
-    g_app.MapCenterY = 520;
+    g_app.view.CalibrateCorner = 0;  // SW: pixel (135, 506), 9 degrees west, 1 degree south
+    g_app.view.MapCenterX = 135;
+    g_app.view.MapCenterY = 520;
     d.latDegrees = u"50";
     d.latMinutes = u"30";
     d.lonDegrees = u"8";
     d.lonMinutes = u"0";
     d.ToggleLonHemisphere();
     EXPECT_EQ(d.Ok(), 1);
-    const MapCalibrationValues& c = g_app.MapCalibration;
+    const MapCalibrationValues& c = g_app.view.MapCalibration;
     EXPECT_DOUBLE_EQ(c[kScaleNumber], 100);                  // 900 px over 9 degrees
     EXPECT_NEAR(c[kWestLimit], -9.0, 1e-12);                 // column 35
     EXPECT_NEAR(c[kEastLimit], 0.65, 1e-12);                 // column 1000
@@ -466,7 +466,7 @@ TEST_F(MapViewTest, CalibrationPutsLimits35PixelsInside) {
     EXPECT_NEAR(c[kSouthLimit], 51.5 - 394.0 / 400, 1e-12);  // row 500
     EXPECT_EQ(p.Ui().Boxes().back().text, kCalibratedText);
     EXPECT_EQ(p.Ui().Boxes().back().caption, "Information...");
-    EXPECT_EQ(g_app.CalibrationFirstDone, 0);
+    EXPECT_EQ(g_app.view.CalibrationFirstDone, 0);
 }
 
 }  // namespace
@@ -480,7 +480,7 @@ class MapInFlightTest : public MapViewTest {
     void SetUp() override {
         MapViewTest::SetUp();
         p.Clock().SetUtc({2026, 6, 1, 12, 0, 0});
-        g_app.ActivePlanName.assign(u"Trip");
+        g_app.settings.ActivePlanName.assign(u"Trip");
         CreatePlanDatabase(u"Trip");
         AddSector(1, 50 * 6000, 4 * 6000, 50 * 6000, 6 * 6000, u"ONE");
         AddChart(kWorld, Flat(2, -90, 90, -180, 180));
@@ -504,14 +504,14 @@ class MapInFlightTest : public MapViewTest {
         fix.longitude = lonDeg * 6000;
         fix.trueTrack = 90;
         fix.positionKnown = true;
-        g_app.PublishedFix.Publish(fix);
+        g_app.gps.PublishedFix.Publish(fix);
         TakeFixSnapshot();
     }
     std::string Paint(bool centre) {
         RecordingCanvas view;
         if (centre)
-            CenterMapOnPosition(view, nullptr, g_app.Fix.longitude / 6000,
-                                g_app.Fix.latitude / 6000);
+            CenterMapOnPosition(view, nullptr, g_app.gps.Fix.longitude / 6000,
+                                g_app.gps.Fix.latitude / 6000);
         else
             PaintMapView(view, nullptr, 0);
         texts = view.Texts();
@@ -526,17 +526,17 @@ class MapInFlightTest : public MapViewTest {
 
 TEST_F(MapInFlightTest, BeforeTheFirstFixNothingIsMadeUpThenTheFixChoosesItsChart) {
     // The world chart is up (shown before any fix), and no position has come in.
-    g_app.CurrentMapPath.assign(kWorld);
+    g_app.view.CurrentMapPath.assign(kWorld);
     ASSERT_EQ(LoadMapBitmap(kWorld), 0);
     EXPECT_EQ(Paint(false), "ONE  NO FIX");
     EXPECT_FALSE(aircraftDrawn);
     EXPECT_NE(std::find(texts.begin(), texts.end(), kNoFixText), texts.end());
-    EXPECT_EQ(g_app.CurrentMapPath.view(), kWorld);
+    EXPECT_EQ(g_app.view.CurrentMapPath.view(), kWorld);
 
     // The first fix, inside the world chart too: the detailed chart is chosen all the same.
     Fly(50, 5);
     std::string bar = Paint(true);
-    EXPECT_EQ(g_app.CurrentMapPath.view(), kDetail);
+    EXPECT_EQ(g_app.view.CurrentMapPath.view(), kDetail);
     EXPECT_TRUE(aircraftDrawn);
     EXPECT_EQ(bar.substr(0, 8), "ONE  BRG") << bar;
     EXPECT_NE(bar.find("\xC2\xB0M  38.6 nm"), std::string::npos) << bar;
@@ -548,34 +548,34 @@ TEST_F(MapInFlightTest, TheBurntRouteFollowsThePlan) {
     const std::size_t loads = graphics.loaded.size();
     Paint(true);
     EXPECT_EQ(graphics.loaded.size(), loads) << "an unchanged route keeps the chart";
-    EXPECT_EQ(g_app.MapBurntRoute, RouteToBurn(ReadPlanSectors()));
+    EXPECT_EQ(g_app.view.MapBurntRoute, RouteToBurn(ReadPlanSectors()));
 
     // A sector added: the chart is drawn again with both legs.
     AddSector(2, 50 * 6000, 6 * 6000, 51 * 6000, 7 * 6000, u"TWO");
     Paint(true);
     EXPECT_EQ(graphics.loaded.size(), loads + 1);
-    EXPECT_EQ(g_app.MapBurntRoute.size(), 8u);
+    EXPECT_EQ(g_app.view.MapBurntRoute.size(), 8u);
 
     // A direct-to adds its leg, its end takes it away again.
-    g_app.DirectToTargetLatitude = 51 * 6000;
-    g_app.DirectToTargetLongitude = 7 * 6000;
-    g_app.DirectToStartLatitude = 50 * 6000;
-    g_app.DirectToStartLongitude = 5 * 6000;
+    g_app.leg.DirectToTargetLatitude = 51 * 6000;
+    g_app.leg.DirectToTargetLongitude = 7 * 6000;
+    g_app.leg.DirectToStartLatitude = 50 * 6000;
+    g_app.leg.DirectToStartLongitude = 5 * 6000;
     Paint(true);
-    EXPECT_EQ(g_app.MapBurntRoute.size(), 12u);
-    g_app.DirectToStartLatitude = 0;
+    EXPECT_EQ(g_app.view.MapBurntRoute.size(), 12u);
+    g_app.leg.DirectToStartLatitude = 0;
     Paint(true);
-    EXPECT_EQ(g_app.MapBurntRoute.size(), 8u);
+    EXPECT_EQ(g_app.view.MapBurntRoute.size(), 8u);
     EXPECT_EQ(graphics.loaded.size(), loads + 3);
 
     // A chart loaded outside the MAP view (Maps, Load) carries no route: the view draws it.
-    g_app.ViewMode = kViewMapEdit;
+    g_app.settings.ViewMode = kViewMapEdit;
     ASSERT_EQ(LoadMapBitmap(kDetail), 0);
-    EXPECT_FALSE(g_app.MapRouteBurnt);
-    g_app.ViewMode = kViewMap;
+    EXPECT_FALSE(g_app.view.MapRouteBurnt);
+    g_app.settings.ViewMode = kViewMap;
     Paint(true);
-    EXPECT_TRUE(g_app.MapRouteBurnt);
-    EXPECT_EQ(g_app.MapBurntRoute.size(), 8u);
+    EXPECT_TRUE(g_app.view.MapRouteBurnt);
+    EXPECT_EQ(g_app.view.MapBurntRoute.size(), 8u);
 }
 
 }  // namespace

@@ -5,19 +5,19 @@
 
 namespace aerix {
 
-std::uint8_t AppState::*PreferencesDialog::FlagOf(Box box) {
-    static constexpr std::array<std::uint8_t AppState::*, kBoxCount> flags = {
-        &AppState::ShowLatLonMap,
-        &AppState::ShowLatLonHsi,
-        &AppState::EnableHotKeys,
-        &AppState::ShowScaleMap,
-        &AppState::ShowScaleHsi,
-        &AppState::ShowAirspace,
-        &AppState::RecordGpsData,
-        &AppState::OverwriteGpsData,
-        &AppState::ShowTrackPointer,
+std::uint8_t SettingsState::*PreferencesDialog::FlagOf(Box box) {
+    static constexpr std::array<std::uint8_t SettingsState::*, kBoxCount> flags = {
+        &SettingsState::ShowLatLonMap,
+        &SettingsState::ShowLatLonHsi,
+        &SettingsState::EnableHotKeys,
+        &SettingsState::ShowScaleMap,
+        &SettingsState::ShowScaleHsi,
+        &SettingsState::ShowAirspace,
+        &SettingsState::RecordGpsData,
+        &SettingsState::OverwriteGpsData,
+        &SettingsState::ShowTrackPointer,
         // Saved at exit like the others, but every start begins with it off.
-        &AppState::IcaoSearch,
+        &SettingsState::IcaoSearch,
     };
     return flags[box];
 }
@@ -25,7 +25,7 @@ std::uint8_t AppState::*PreferencesDialog::FlagOf(Box box) {
 void PreferencesDialog::Open() {
     platform::Sys().ui->SetTitle(kTitle);
     for (int b = 0; b < kBoxCount; ++b)
-        checked_[b] = g_app.*FlagOf(static_cast<Box>(b)) == 1;
+        checked_[b] = g_app.settings.*FlagOf(static_cast<Box>(b)) == 1;
 }
 
 void PreferencesDialog::Click(Box box) {
@@ -33,10 +33,10 @@ void PreferencesDialog::Click(Box box) {
     if (box != kUseButtons)
         return;
     if (checked_[box]) {
-        g_app.EnableHotKeys = 1;
+        g_app.settings.EnableHotKeys = 1;
         RegisterViewHotKeys();
     } else {
-        g_app.EnableHotKeys = 0;
+        g_app.settings.EnableHotKeys = 0;
         UnregisterViewHotKeys();
     }
 }
@@ -45,11 +45,11 @@ int PreferencesDialog::Ok() {
     for (int b = 0; b < kBoxCount; ++b) {
         if (b == kUseButtons)
             continue;
-        g_app.*FlagOf(static_cast<Box>(b)) = checked_[b] ? 1 : 0;
+        g_app.settings.*FlagOf(static_cast<Box>(b)) = checked_[b] ? 1 : 0;
     }
     // Recording stops the moment the box is cleared, even while a receiver is connected.
     if (!checked_[kRecordGps])
-        g_app.GpsRecording.Close();
+        g_app.gps.GpsRecording.Close();
     Close();
     return 1;
 }

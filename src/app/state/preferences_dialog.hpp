@@ -53,7 +53,7 @@ class PreferencesDialog {
     int Cancel();
 
   private:
-    static std::uint8_t AppState::*FlagOf(Box box);
+    static std::uint8_t SettingsState::*FlagOf(Box box);
     void Close();
     std::array<bool, kBoxCount> checked_{};
 };

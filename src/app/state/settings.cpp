@@ -64,22 +64,23 @@ bool OpenSettingsKey(const char* failure, HKEY* key, std::uint32_t* disposition)
 
 struct FlagSetting {
     std::u16string_view name;
-    std::uint8_t AppState::*field;
+    std::uint8_t SettingsState::*field;
     const char* saveError;
 };
 
 // The flags in the order they are loaded and saved.
 const std::array<FlagSetting, 9>& Flags() {
     static const std::array<FlagSetting, 9> flags{{
-        {u"shlinmap", &AppState::ShowLatLonMap, "Could not save shlinmap key"},
-        {u"shlinhsi", &AppState::ShowLatLonHsi, "Could not save shlinhsi key"},
-        {u"shsinmap", &AppState::ShowScaleMap, "Could not save shsinmap key"},
-        {u"shsinhsi", &AppState::ShowScaleHsi, "Could not save shsinhsi key"},
-        {u"EnableHotKeys", &AppState::EnableHotKeys, "Could not save EnableHotKeys key"},
-        {u"showAirspace", &AppState::ShowAirspace, "Could not save showAirspace key"},
-        {u"recordGPSdata", &AppState::RecordGpsData, "Could not save recordGPSdata key"},
-        {u"overwriteGPSdata", &AppState::OverwriteGpsData, "Could not save overwriteGPSdata key"},
-        {u"showTrkPointer", &AppState::ShowTrackPointer, "Could not save showTrkPointer key"},
+        {u"shlinmap", &SettingsState::ShowLatLonMap, "Could not save shlinmap key"},
+        {u"shlinhsi", &SettingsState::ShowLatLonHsi, "Could not save shlinhsi key"},
+        {u"shsinmap", &SettingsState::ShowScaleMap, "Could not save shsinmap key"},
+        {u"shsinhsi", &SettingsState::ShowScaleHsi, "Could not save shsinhsi key"},
+        {u"EnableHotKeys", &SettingsState::EnableHotKeys, "Could not save EnableHotKeys key"},
+        {u"showAirspace", &SettingsState::ShowAirspace, "Could not save showAirspace key"},
+        {u"recordGPSdata", &SettingsState::RecordGpsData, "Could not save recordGPSdata key"},
+        {u"overwriteGPSdata", &SettingsState::OverwriteGpsData,
+         "Could not save overwriteGPSdata key"},
+        {u"showTrkPointer", &SettingsState::ShowTrackPointer, "Could not save showTrkPointer key"},
     }};
     return flags;
 }
@@ -104,33 +105,34 @@ void CreateDefaultSettings() {
     if (!WriteDword(key, u"CurrentPlan", 0))
         ShowError("Could not save CurrentPlan key");
 
-    g_app.FuelCalc = 1;
-    g_app.IcaoSearch = 0;
-    if (!WriteFlagByte(key, u"FuelCalc", g_app.FuelCalc))
+    g_app.settings.FuelCalc = 1;
+    g_app.settings.IcaoSearch = 0;
+    if (!WriteFlagByte(key, u"FuelCalc", g_app.settings.FuelCalc))
         ShowError("Could not save key");
-    if (!WriteFlagByte(key, u"IcaoSearch", g_app.IcaoSearch))
+    if (!WriteFlagByte(key, u"IcaoSearch", g_app.settings.IcaoSearch))
         ShowError("Could not save key");
 
     if (!WriteText(key, u"CommPort", u"COM1:"))
         ShowError("Could not save CommPort key");
-    g_app.BaudRate = 4800;
-    if (!WriteDword(key, u"BaudRate", g_app.BaudRate))
+    g_app.settings.BaudRate = 4800;
+    if (!WriteDword(key, u"BaudRate", g_app.settings.BaudRate))
         ShowError("Could not save key");
 
-    g_app.ShowLatLonMap = 1;
-    g_app.ShowLatLonHsi = 0;
-    g_app.ShowScaleMap = 1;
-    g_app.ShowScaleHsi = 0;
-    g_app.EnableHotKeys = 1;
-    g_app.ShowAirspace = 1;
-    g_app.RecordGpsData = 0;
-    g_app.OverwriteGpsData = 0;
-    g_app.ShowTrackPointer = 1;
+    g_app.settings.ShowLatLonMap = 1;
+    g_app.settings.ShowLatLonHsi = 0;
+    g_app.settings.ShowScaleMap = 1;
+    g_app.settings.ShowScaleHsi = 0;
+    g_app.settings.EnableHotKeys = 1;
+    g_app.settings.ShowAirspace = 1;
+    g_app.settings.RecordGpsData = 0;
+    g_app.settings.OverwriteGpsData = 0;
+    g_app.settings.ShowTrackPointer = 1;
     for (const auto& flag : Flags()) {
         // EnableHotKeys is 1 in memory but the byte written is shsinhsi's (0): the registry
         // keeps 0 until the first save.
-        std::uint8_t byte =
-            flag.field == &AppState::EnableHotKeys ? g_app.ShowScaleHsi : g_app.*flag.field;
+        std::uint8_t byte = flag.field == &SettingsState::EnableHotKeys
+                                ? g_app.settings.ShowScaleHsi
+                                : g_app.settings.*flag.field;
         if (!WriteFlagByte(key, flag.name, byte))
             ShowError("Could not save key");
     }
@@ -142,11 +144,11 @@ void LoadSettings() {
     std::uint32_t disposition = 0;
     if (!OpenSettingsKey("Could not open key:", &key, &disposition))
         return;
-    if (!ReadText(key, u"AcReg", g_app.AircraftReg))
+    if (!ReadText(key, u"AcReg", g_app.settings.AircraftReg))
         ShowError("Could not open AcReg key");
-    if (!ReadText(key, u"CuDbase", g_app.NavDatabaseName))
+    if (!ReadText(key, u"CuDbase", g_app.settings.NavDatabaseName))
         ShowError("Could not open CuDbase key");
-    if (!ReadText(key, u"CuPlanName", g_app.ActivePlanName)) {
+    if (!ReadText(key, u"CuPlanName", g_app.settings.ActivePlanName)) {
         ShowError("Could not open CuPlanName key");
     }
 
@@ -156,21 +158,21 @@ void LoadSettings() {
     std::uint32_t shared = 0;
     std::uint32_t size = 4;
     if (Hive().QueryValue(key, u"CurrentPlan", nullptr, &shared, &size) == kErrorSuccess) {
-        g_app.CurrentPlanId = shared;
+        g_app.settings.CurrentPlanId = shared;
     } else {
         ShowError("Could not open Current Plan key");
     }
 
-    ReadText(key, u"CommPort", g_app.PortName);
+    ReadText(key, u"CommPort", g_app.settings.PortName);
     size = 4;
     if (Hive().QueryValue(key, u"BaudRate", nullptr, &shared, &size) == kErrorSuccess) {
-        g_app.BaudRate = shared;
+        g_app.settings.BaudRate = shared;
     }
 
     for (const auto& flag : Flags()) {
         size = 4;
         if (Hive().QueryValue(key, flag.name, nullptr, &shared, &size) == kErrorSuccess) {
-            g_app.*flag.field = shared != 0 ? 1 : 0;
+            g_app.settings.*flag.field = shared != 0 ? 1 : 0;
         }
     }
     // FuelCalc and IcaoSearch are deliberately not read back.
@@ -182,27 +184,27 @@ void SaveSettings() {
     std::uint32_t disposition = 0;
     if (!OpenSettingsKey("Could not open/create key:", &key, &disposition))
         return;
-    if (!WriteText(key, u"AcReg", g_app.AircraftReg))
+    if (!WriteText(key, u"AcReg", g_app.settings.AircraftReg))
         ShowError("Could not save AcReg key");
-    if (!WriteText(key, u"CuDbase", g_app.NavDatabaseName))
+    if (!WriteText(key, u"CuDbase", g_app.settings.NavDatabaseName))
         ShowError("Could not save CuDbase key");
-    if (!WriteText(key, u"CuPlanName", g_app.ActivePlanName))
+    if (!WriteText(key, u"CuPlanName", g_app.settings.ActivePlanName))
         ShowError("Could not save CuPlan key");
-    if (!WriteDword(key, u"CurrentPlan", g_app.CurrentPlanId))
+    if (!WriteDword(key, u"CurrentPlan", g_app.settings.CurrentPlanId))
         ShowError("Could not CuPlanId key");
 
-    if (!WriteFlagByte(key, u"FuelCalc", g_app.FuelCalc))
+    if (!WriteFlagByte(key, u"FuelCalc", g_app.settings.FuelCalc))
         ShowError("Could not save key");
-    if (!WriteFlagByte(key, u"IcaoSearch", g_app.IcaoSearch))
+    if (!WriteFlagByte(key, u"IcaoSearch", g_app.settings.IcaoSearch))
         ShowError("Could not save key");
 
-    if (!WriteText(key, u"CommPort", g_app.PortName))
+    if (!WriteText(key, u"CommPort", g_app.settings.PortName))
         ShowError("Could not save CommPort key");
-    if (!WriteDword(key, u"BaudRate", g_app.BaudRate))
+    if (!WriteDword(key, u"BaudRate", g_app.settings.BaudRate))
         ShowError("Could not save BaudRate key");
 
     for (const auto& flag : Flags()) {
-        if (!WriteDword(key, flag.name, g_app.*flag.field))
+        if (!WriteDword(key, flag.name, g_app.settings.*flag.field))
             ShowError(flag.saveError);
     }
     if (Hive().CloseKey(key) != kErrorSuccess)
