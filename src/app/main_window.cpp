@@ -5,7 +5,6 @@
 #include "app/manual.hpp"
 #include "app/plan_legs.hpp"
 #include "app/state/app_state.hpp"
-#include "app/state/settings.hpp"
 #include "app/state/view_hot_keys.hpp"
 #include "gps/feed_commands.hpp"
 #include "gps/feeds.hpp"
@@ -17,6 +16,7 @@
 #include "planning/sector_dialog.hpp"
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
+#include "settings/settings.hpp"
 #include "store/nav_database_chooser.hpp"
 #include "store/record_store.hpp"
 #include "store/schema.hpp"
@@ -80,8 +80,8 @@ bool MainWindow::InitInstance() {
     if (host_.RaiseOtherInstance())
         return false;
 
-    CreateDefaultSettings();
-    LoadSettings();
+    CreateDefaultSettings(g_app.settings);
+    LoadSettings(g_app.settings);
     LoadPortDevice();
     g_app.view.ViewStateWord = kViewStatePreset;
     CreateDefaultData();
@@ -583,7 +583,7 @@ void MainWindow::StopRunningFeed() {
 }
 
 void MainWindow::ExitSequence() {
-    SaveSettings();
+    SaveSettings(g_app.settings);
     SavePortDevice();
     StopInstruments();
     CloseGpsPort();

@@ -1,9 +1,9 @@
 #include "gps/port_device_setting.hpp"
 
 #include "app/state/app_state.hpp"
-#include "app/state/settings.hpp"
 #include "platform/registry.hpp"
 #include "platform/services.hpp"
+#include "settings/settings.hpp"
 
 namespace aerix {
 

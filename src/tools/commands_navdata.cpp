@@ -7,9 +7,9 @@
 #include <sstream>
 
 #include "app/state/app_state.hpp"
-#include "app/state/settings.hpp"
 #include "platform/registry.hpp"
 #include "platform/text.hpp"
+#include "settings/settings.hpp"
 #include "store/airspace_loader.hpp"
 #include "store/nav_database_dialogs.hpp"
 #include "store/nav_database_loader.hpp"

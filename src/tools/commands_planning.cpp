@@ -8,7 +8,6 @@
 #include "aircraft/fuel_plan_dialog.hpp"
 #include "app/default_data.hpp"
 #include "app/state/app_state.hpp"
-#include "app/state/settings.hpp"
 #include "planning/flight_log.hpp"
 #include "planning/plan_dialogs.hpp"
 #include "planning/sector_computation.hpp"
@@ -17,6 +16,7 @@
 #include "planning/wind_table.hpp"
 #include "planning/wind_table_dialog.hpp"
 #include "platform/text.hpp"
+#include "settings/settings.hpp"
 #include "store/record_store.hpp"
 #include "tools/tool_context.hpp"
 
@@ -29,8 +29,8 @@ using platform::PropVal;
 // What the program does at start before any of these dialogs can run.
 void StartUp(ToolContext& ctx) {
     ctx.OpenStore();
-    CreateDefaultSettings();
-    LoadSettings();
+    CreateDefaultSettings(g_app.settings);
+    LoadSettings(g_app.settings);
     CreateDefaultData();
     InstallPlanningHooks();
     RefreshPlanSectorCount();
@@ -367,7 +367,7 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
         d.Ok();
         if (ctx.Ui().BoxTexts().size() > before)
             FailWithBox(ctx, before, "");
-        SaveSettings();
+        SaveSettings(g_app.settings);
         ctx.Out().Emit({{"plan", *name}, {"id", g_app.settings.CurrentPlanId}});
     });
 
@@ -383,7 +383,7 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
             throw ToolFailure("no plan named \"" + *name + "\"");
         d.Choose(static_cast<int>(it - entries.begin()));
         AfterPlanOpened();
-        SaveSettings();
+        SaveSettings(g_app.settings);
         ctx.Out().Emit({{"plan", *name}, {"sectors", g_app.plan.PlanSectorCount}});
     });
 
@@ -570,7 +570,7 @@ void AddAircraft(CLI::App& app, ToolContext& ctx) {
         std::size_t before = ctx.Ui().BoxTexts().size();
         if (!RecomputePlan(1))
             FailWithBox(ctx, before, "plan not recomputed");
-        SaveSettings();
+        SaveSettings(g_app.settings);
         ctx.Out().Emit({{"aircraft", *reg}, {"plan", g_app.settings.ActivePlanName.utf8()}});
     });
 }

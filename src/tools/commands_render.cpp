@@ -7,13 +7,13 @@
 #include "app/default_data.hpp"
 #include "app/main_window.hpp"
 #include "app/state/app_state.hpp"
-#include "app/state/settings.hpp"
 #include "gps/fix_publication.hpp"
 #include "gps/position_text.hpp"
 #include "planning/plan_dialogs.hpp"
 #include "planning/sector_computation.hpp"
 #include "platform/services.hpp"
 #include "qt/graphics/headless.hpp"
+#include "settings/settings.hpp"
 #include "store/airspace_loader.hpp"
 #include "store/nav_database_loader.hpp"
 #include "tools/tool_context.hpp"
@@ -47,8 +47,8 @@ void OpenPlanNamed(const std::string& name) {
 // The platform, the default data and the plan, as the window has them.
 void SetUp(ToolContext& ctx) {
     ctx.OpenStore();
-    CreateDefaultSettings();
-    LoadSettings();
+    CreateDefaultSettings(g_app.settings);
+    LoadSettings(g_app.settings);
     CreateDefaultData();
     InstallPlanningHooks();
     RefreshPlanSectorCount();
