@@ -90,7 +90,6 @@ bool MainWindow::InitInstance() {
     GenerateMissingCharts(DefaultMaps());
     InstallManual();
     InstallPlanLegSource();
-    InstallPlanningHooks();
     // A feed that ends itself asks for its stop command; it runs on this thread.
     SetFeedCommandSink([this](FeedCommand command) {
         host_.Post([this, command] { OnCommand(static_cast<unsigned>(command)); });
@@ -112,7 +111,7 @@ bool MainWindow::InitInstance() {
         }
     }
 
-    if (g_app.settings.NavDatabaseName.empty() && ChooseNavDatabase() != 0)
+    if (g_app.settings.NavDatabaseName.empty() && ChooseNavDatabase(g_app.settings, g_app.nav) != 0)
         return false;
 
     if (g_app.settings.ActivePlanName.empty()) {
@@ -276,10 +275,10 @@ void MainWindow::OnCommand(unsigned id) {
             dialogs_.Run(Dialog::DatabaseNew);
             break;
         case kDatabaseOpen:
-            ChooseNavDatabase();
+            ChooseNavDatabase(g_app.settings, g_app.nav);
             break;
         case kDatabaseDelete:
-            DeleteNavDatabase();
+            DeleteNavDatabase(g_app.settings);
             break;
         case kPlaybackNorm:
         case kPlaybackFast:

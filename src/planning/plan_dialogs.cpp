@@ -59,8 +59,7 @@ int OpenPlanDialog::Choose(int index) {
         return 0;
     const std::u16string& name = entries_[static_cast<std::size_t>(index)];
     g_app.settings.ActivePlanName.assign(name);
-    { DbHandle h = OpenDatabase(name, schema::kSecNumber); }
-    g_app.settings.CurrentPlanId = g_app.nav.LastOpenedDatabaseId;
+    g_app.settings.CurrentPlanId = OpenDatabase(name, schema::kSecNumber).DatabaseOid();
     g_app.plan.HighlightedSector = 0;
     return End(1);
 }

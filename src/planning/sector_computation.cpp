@@ -180,8 +180,4 @@ std::uint32_t RefreshPlanSectorCount() {
     return count;
 }
 
-void InstallPlanningHooks() {
-    SetSectorDeletedHook([] { RecomputePlanRoute(0); });
-}
-
 }  // namespace aerix

@@ -31,7 +31,4 @@ bool ReversePlan();
 // The number of sectors of the active plan, quietly 0 without one; kept in g_app.plan.PlanSectorCount.
 std::uint32_t RefreshPlanSectorCount();
 
-// Makes deleting a sector recompute the route.
-void InstallPlanningHooks();
-
 }  // namespace aerix

@@ -263,7 +263,10 @@ bool DeletePlanSector(std::uint32_t index) {
     bool kept = false;
     {
         RecordTransaction tx;
-        kept = tx.Open() && DeleteSector(index) && Renumber() && tx.Commit();
+        kept = tx.Open() &&
+               DeleteSector(g_app.settings, g_app.plan.PlanSectorCount, index,
+                            [] { RecomputePlanRoute(0); }) &&
+               Renumber() && tx.Commit();
     }
     std::uint32_t count = RefreshPlanSectorCount();
     if (!kept)

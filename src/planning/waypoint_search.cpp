@@ -18,13 +18,14 @@ std::vector<WaypointRecord> SearchWaypoints(std::u16string_view text) {
         return found;
     }
     g_app.nav.NavSearchKey = g_app.settings.IcaoSearch ? schema::kWptIdent : schema::kWptName;
-    MountNavVolume();
+    MountNavVolume(g_app.settings, g_app.nav);
     {
-        DbHandle h = OpenNavDatabase(g_app.settings.NavDatabaseName.view(), g_app.nav.NavSearchKey);
+        DbHandle h = OpenNavDatabase(g_app.nav, g_app.settings.NavDatabaseName.view(),
+                                     g_app.nav.NavSearchKey);
         std::vector<std::uint32_t> hits;
         std::u16string scratch;
         for (std::uint32_t index = 0; h; ++index) {
-            int match = ReadNavSearch(h, text, scratch);
+            int match = ReadNavSearch(g_app.nav, h, text, scratch);
             if (match < 0)
                 break;
             if (match == 1)
@@ -36,7 +37,7 @@ std::vector<WaypointRecord> SearchWaypoints(std::u16string_view text) {
                 found.push_back(std::move(w));
         }
     }
-    UnmountNavVolume();
+    UnmountNavVolume(g_app.nav);
     return found;
 }
 

@@ -32,7 +32,6 @@ void StartUp(ToolContext& ctx) {
     CreateDefaultSettings(g_app.settings);
     LoadSettings(g_app.settings);
     CreateDefaultData();
-    InstallPlanningHooks();
     RefreshPlanSectorCount();
 }
 

@@ -50,7 +50,6 @@ void SetUp(ToolContext& ctx) {
     CreateDefaultSettings(g_app.settings);
     LoadSettings(g_app.settings);
     CreateDefaultData();
-    InstallPlanningHooks();
     RefreshPlanSectorCount();
 }
 
@@ -106,11 +105,11 @@ void RenderInstruments(ToolContext& ctx, const MapArgs& a, bool aerix) {
         OpenPlanNamed(a.plan);
     // The arrays, as the loading dialog fills them (no airspace file: no airspace).
     if (std::filesystem::exists(platform::Sys().root->Resolve(kAirspaceFile)))
-        LoadAirspace();
+        LoadAirspace(g_app.nav);
     if (!a.database.empty())
         g_app.settings.NavDatabaseName.assign(Utf8ToUtf16(a.database));
     if (!g_app.settings.NavDatabaseName.empty())
-        LoadNavDatabase();
+        LoadNavDatabase(g_app.settings, g_app.nav);
     g_app.nav.ArraysPending = 0;
 
     g_app.settings.ViewMode = kViewInstruments;

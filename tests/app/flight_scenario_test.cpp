@@ -115,7 +115,7 @@ TEST_F(FlightScenarioTest, DirectToInTheMiddleThenThePlanFromWhereItEnds) {
     EXPECT_EQ(routeDuringDirect, 4u);  // the plan's three legs and the direct one
     // And the simulator flew on along Charlie -> Delta.
     SectorRecord third;
-    ASSERT_TRUE(ReadActivePlanSector(2, third));
+    ASSERT_TRUE(ReadActivePlanSector(g_app.settings, 2, third));
     EXPECT_DOUBLE_EQ(trackAfter, third.TrueCourse);
 }
 

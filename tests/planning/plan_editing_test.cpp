@@ -66,9 +66,9 @@ class SectorEditingTest : public PlanningTest {
     void SetUp() override {
         PlanningTest::SetUp();
         g_app.settings.NavDatabaseName.assign(u"Test");
-        ASSERT_TRUE(MountNavVolume());
-        CreateNavDatabase(u"Test");
-        DbHandle h = OpenNavDatabase(u"Test", schema::kWptName);
+        ASSERT_TRUE(MountNavVolume(g_app.settings, g_app.nav));
+        CreateNavDatabase(g_app.nav, u"Test");
+        DbHandle h = OpenNavDatabase(g_app.nav, u"Test", schema::kWptName);
         for (auto [name, ident, lat, lon] :
              {std::tuple{u"Oxford Kidlington", u"EGTK", 51 * kDeg + 500, -1 * kDeg - 1900},
               std::tuple{u"Wellesbourne", u"EGBW", 52 * kDeg + 1150, -1 * kDeg - 3700},
@@ -82,7 +82,7 @@ class SectorEditingTest : public PlanningTest {
             WriteWaypoint(h, w, 0);
         }
         h.Close();
-        UnmountNavVolume();
+        UnmountNavVolume(g_app.nav);
     }
 
     SectorEnd Find(std::u16string_view text) {

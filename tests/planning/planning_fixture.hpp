@@ -19,11 +19,9 @@ class PlanningTest : public ::testing::Test {
     void SetUp() override {
         g_app.settings.AircraftReg.assign(u"G-CESS");
         CreateDefaultData();
-        InstallPlanningHooks();
         g_app.settings.CurrentPlanId = CreatePlanDatabase(u"Trip");
         g_app.settings.ActivePlanName.assign(u"Trip");
     }
-    void TearDown() override { SetSectorDeletedHook({}); }
 
     void SetWinds(const std::vector<WindRecord>& rows, std::u16string_view table = u"WindTable") {
         DbHandle h = OpenDatabase(table, schema::kWindAltitude);

@@ -31,9 +31,7 @@ class AircraftDialogsTest : public DialogTest {
     void SetUp() override {
         DialogTest::SetUp();
         LoadCurrentAircraft();
-        InstallPlanningHooks();
     }
-    void TearDown() override { SetSectorDeletedHook({}); }
 
     int Run(Dialog dialog, User user) {
         WhenShown(std::move(user));
