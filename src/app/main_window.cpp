@@ -50,10 +50,11 @@ void PaintMapFrame(platform::Canvas& canvas) {
     CanvasReadouts readouts(canvas);
     // Until a position arrives there is nothing to centre on: 0, 0 would choose the world chart.
     if (!g_app.gps.Fix.positionKnown) {
-        PaintMapView(canvas, &readouts, 0);
+        PaintMapView(canvas, &readouts, {g_app.view, g_app.settings, g_app.gps, g_app.leg}, 0);
         return;
     }
-    CenterMapOnPosition(canvas, &readouts, g_app.gps.Fix.longitude * kDegreesPerUnit,
+    CenterMapOnPosition(canvas, &readouts, {g_app.view, g_app.settings, g_app.gps, g_app.leg},
+                        g_app.gps.Fix.longitude * kDegreesPerUnit,
                         g_app.gps.Fix.latitude * kDegreesPerUnit);
 }
 
@@ -216,8 +217,9 @@ void MainWindow::OnCommand(unsigned id) {
             // A bitmap chosen to calibrate: shown under the calibration cross.
             if (dialogs_.Run(Dialog::MapLoad) == kDialogOk) {
                 g_app.settings.ViewMode = kViewMapEdit;
-                BeginCalibrationView();
-                LoadMapBitmap(g_app.view.CurrentMapPath.view());
+                BeginCalibrationView(g_app.view);
+                LoadMapBitmap(g_app.view, g_app.settings, g_app.leg,
+                              g_app.view.CurrentMapPath.view());
                 menu_.Enable(kCalibrateNe, true);
                 menu_.Enable(kCalibrateSw, true);
             }
@@ -341,8 +343,8 @@ void MainWindow::NewSector(Dialog dialog) {
 void MainWindow::NextWaypoint() {
     if (g_app.settings.ActivePlanName.empty())
         return;
-    auto h = Sys().store->OpenDatabase(platform::kObjectStoreVolume, g_app.settings.ActivePlanName.view(),
-                                       schema::kSecNumber, 0);
+    auto h = Sys().store->OpenDatabase(platform::kObjectStoreVolume,
+                                       g_app.settings.ActivePlanName.view(), schema::kSecNumber, 0);
     if (!h)
         return;
     std::uint32_t count = h.RecordCount();
@@ -350,7 +352,7 @@ void MainWindow::NextWaypoint() {
     if (g_app.leg.DirectToStartLatitude.load() != 0) {
         // "Next wpt" during a direct-to takes it as reached: on with the plan from there.
         g_app.leg.ActiveSectorIndex =
-            SectorAfterDirectTo(ReadPlanSectors(), g_app.leg.DirectToTargetLatitude,
+            SectorAfterDirectTo(ReadPlanSectors(g_app.settings), g_app.leg.DirectToTargetLatitude,
                                 g_app.leg.DirectToTargetLongitude, g_app.leg.ActiveSectorIndex);
         g_app.leg.DirectToStartLatitude.store(0);
     } else if (count > 0 && g_app.leg.ActiveSectorIndex < count - 1) {
@@ -427,7 +429,9 @@ void MainWindow::PaintInstruments(platform::Canvas& canvas) {
         return;
     drawnFix_ = fix;
     drawnGeneration_ = generation_;
-    instruments_.Start(PrepareInstrumentFrame(), Sys().ui);
+    instruments_.Start(
+        PrepareInstrumentFrame({g_app.view, g_app.settings, g_app.gps, g_app.leg}, g_app.nav),
+        Sys().ui, g_app.gps.InstrumentDrawingRunning);
 }
 
 void MainWindow::ApplyReadouts() {
@@ -494,11 +498,11 @@ void MainWindow::OnPaint(platform::Canvas& canvas) {
             g_app.settings.ViewMode = kViewMapEdit;
             [[fallthrough]];
         case kViewMapEdit:
-            PaintCalibrationView(canvas);
+            PaintCalibrationView(canvas, {g_app.view, g_app.settings, g_app.gps, g_app.leg});
             break;
         case kViewCalibrate:
             host_.Beep();
-            PaintCalibrationView(canvas);
+            PaintCalibrationView(canvas, {g_app.view, g_app.settings, g_app.gps, g_app.leg});
             g_app.settings.ViewMode = kViewMapEdit;
             // The dialog opens once this paint is over.
             host_.Post([this] { dialogs_.Run(Dialog::Calibrate); });
@@ -554,7 +558,7 @@ void MainWindow::OnPenMove(int x, int y) {
     if (g_app.settings.ViewMode == kViewPlan)
         planView_.PenMove(x, y);
     else if (g_app.settings.ViewMode == kViewMapEdit)
-        CalibrationPenMove(x, y);
+        CalibrationPenMove(g_app.view, x, y);
     else
         return;
     Repaint();

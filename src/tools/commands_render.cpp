@@ -92,11 +92,12 @@ void RenderMap(ToolContext& ctx, const MapArgs& a) {
         PaintMapFrame(*canvas);
     }
     Save(headless, frame, a.out);
-    ctx.Out().Emit({{"out", a.out},
-                    {"width", frame.Width()},
-                    {"height", frame.Height()},
-                    {"map", g_app.view.MapLoaded ? g_app.view.CurrentMapPath.utf8() : std::string()},
-                    {"position", g_app.gps.Fix.positionText.utf8()}});
+    ctx.Out().Emit(
+        {{"out", a.out},
+         {"width", frame.Width()},
+         {"height", frame.Height()},
+         {"map", g_app.view.MapLoaded ? g_app.view.CurrentMapPath.utf8() : std::string()},
+         {"position", g_app.gps.Fix.positionText.utf8()}});
 }
 
 void RenderInstruments(ToolContext& ctx, const MapArgs& a, bool aerix) {
@@ -120,7 +121,8 @@ void RenderInstruments(ToolContext& ctx, const MapArgs& a, bool aerix) {
     g_app.view.InstrumentRangeStep = a.range;
     PublishFix(a);
 
-    InstrumentFrameInput in = PrepareInstrumentFrame();
+    InstrumentFrameInput in =
+        PrepareInstrumentFrame({g_app.view, g_app.settings, g_app.gps, g_app.leg}, g_app.nav);
     platform::Graphics& graphics = headless.Graphics();
     platform::Bitmap picture = RenderInstrumentFrame(
         in, [&graphics](platform::Bitmap& b) { return graphics.CanvasOn(b); });

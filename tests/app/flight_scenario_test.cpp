@@ -60,7 +60,8 @@ class FlightScenarioTest : public ::testing::Test {
     // What the window does on each fix: take the fix and prepare the instruments' frame.
     InstrumentFrameInput Paint() {
         TakeFixSnapshot();
-        return PrepareInstrumentFrame();
+        return PrepareInstrumentFrame({g_app.view, g_app.settings, g_app.gps, g_app.leg},
+                                      g_app.nav);
     }
 
     testing::TestPlatform p;
