@@ -60,7 +60,7 @@ inline constexpr std::int16_t kArmMillimetres = 2;
 inline constexpr std::int16_t kArmCentimetres = 3;
 inline constexpr std::int16_t kArmMetres = 4;
 
-// The aircraft's figures that other subsystems take from state: its taxi fuel and fuel units.
+// Copies into state the figures of the aircraft that other flows read: taxi fuel and fuel units.
 void ApplyAircraftToState(AircraftState& state, const AircraftRecord& aircraft);
 
 // Reads the aircraft named by settings.AircraftReg into state.CurrentAircraft and applies it.
