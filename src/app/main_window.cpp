@@ -63,8 +63,8 @@ MainWindow::MainWindow(WindowHost& host, DialogHost& dialogs)
       dialogs_(dialogs),
       // Reversing recomputes the route itself; an edited sector is recomputed with its own
       // airspeed.
-      reversePlan_(ReversePlan),
-      recomputePlan_([] { RecomputePlanRoute(0); }) {}
+      reversePlan_([] { ReversePlan(g_app.settings, g_app.plan); }),
+      recomputePlan_([] { RecomputePlanRoute(g_app.settings, g_app.plan, 0); }) {}
 
 MainWindow::~MainWindow() {
     instruments_.Stop();
@@ -91,7 +91,7 @@ bool MainWindow::InitInstance() {
     GenerateMissingCharts(DefaultMaps());
     InstallManual();
     InstallPlanLegSource();
-    InstallPlanningHooks();
+    InstallPlanningHooks(g_app.settings, g_app.plan);
     // A feed that ends itself asks for its stop command; it runs on this thread.
     SetFeedCommandSink([this](FeedCommand command) {
         host_.Post([this, command] { OnCommand(static_cast<unsigned>(command)); });
@@ -143,7 +143,7 @@ void MainWindow::OnCommand(unsigned id) {
             // Another plan: the arrays reload, the plan is recomputed with the aircraft's
             // airspeeds and a feed flying the old one stops.
             if (dialogs_.Run(Dialog::OpenPlan) == kDialogOk) {
-                AfterPlanOpened();
+                AfterPlanOpened(g_app.settings, g_app.plan, g_app.nav);
                 StopRunningFeed();
             }
             break;
@@ -174,7 +174,7 @@ void MainWindow::OnCommand(unsigned id) {
             break;
         case kDeleteSector:
             if (platform::AskWarning("Delete highlighted sector?"))
-                DeletePlanSector(g_app.plan.HighlightedSector);
+                DeletePlanSector(g_app.settings, g_app.plan, g_app.plan.HighlightedSector);
             break;
         case kInsertSector:
             if (platform::AskWarning("Insert after highlighted sector?"))

@@ -34,14 +34,14 @@ struct MapArgs {
 };
 
 void OpenPlanNamed(const std::string& name) {
-    OpenPlanDialog d;
+    OpenPlanDialog d{g_app.settings, g_app.plan};
     d.Open();
     const auto& entries = d.Entries();
     auto it = std::find(entries.begin(), entries.end(), Utf8ToUtf16(name));
     if (it == entries.end())
         throw ToolFailure("no plan named \"" + name + "\"");
     d.Choose(static_cast<int>(it - entries.begin()));
-    AfterPlanOpened();
+    AfterPlanOpened(g_app.settings, g_app.plan, g_app.nav);
 }
 
 // The platform, the default data and the plan, as the window has them.
@@ -50,8 +50,8 @@ void SetUp(ToolContext& ctx) {
     CreateDefaultSettings();
     LoadSettings();
     CreateDefaultData();
-    InstallPlanningHooks();
-    RefreshPlanSectorCount();
+    InstallPlanningHooks(g_app.settings, g_app.plan);
+    RefreshPlanSectorCount(g_app.settings, g_app.plan);
 }
 
 void PublishFix(const MapArgs& a) {

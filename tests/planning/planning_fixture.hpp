@@ -19,7 +19,7 @@ class PlanningTest : public ::testing::Test {
     void SetUp() override {
         g_app.settings.AircraftReg.assign(u"G-CESS");
         CreateDefaultData();
-        InstallPlanningHooks();
+        InstallPlanningHooks(g_app.settings, g_app.plan);
         g_app.settings.CurrentPlanId = CreatePlanDatabase(u"Trip");
         g_app.settings.ActivePlanName.assign(u"Trip");
     }
@@ -59,7 +59,7 @@ class PlanningTest : public ::testing::Test {
         DbHandle h = OpenDatabase(u"Trip", schema::kSecNumber);
         for (const SectorRecord& s : sectors)
             WriteSector(h, s, 0);
-        RefreshPlanSectorCount();
+        RefreshPlanSectorCount(g_app.settings, g_app.plan);
     }
 
     std::vector<SectorRecord> Sectors() {

@@ -30,8 +30,8 @@ class AircraftDialogsTest : public DialogTest {
   protected:
     void SetUp() override {
         DialogTest::SetUp();
-        LoadCurrentAircraft();
-        InstallPlanningHooks();
+        LoadCurrentAircraft(g_app.settings, g_app.aircraft);
+        InstallPlanningHooks(g_app.settings, g_app.plan);
     }
     void TearDown() override { SetSectorDeletedHook({}); }
 

@@ -34,7 +34,7 @@ class SubsystemDialogsTest : public DialogTest {
   protected:
     void SetUp() override {
         DialogTest::SetUp();
-        InstallPlanningHooks();
+        InstallPlanningHooks(g_app.settings, g_app.plan);
         g_app.settings.CurrentPlanId = CreatePlanDatabase(u"Trip");
         g_app.settings.ActivePlanName.assign(u"Trip");
     }
