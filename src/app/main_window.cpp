@@ -50,10 +50,11 @@ void PaintMapFrame(platform::Canvas& canvas) {
     CanvasReadouts readouts(canvas);
     // Until a position arrives there is nothing to centre on: 0, 0 would choose the world chart.
     if (!g_app.gps.Fix.positionKnown) {
-        PaintMapView(canvas, &readouts, 0);
+        PaintMapView(canvas, &readouts, {g_app.view, g_app.settings, g_app.gps, g_app.leg}, 0);
         return;
     }
-    CenterMapOnPosition(canvas, &readouts, g_app.gps.Fix.longitude * kDegreesPerUnit,
+    CenterMapOnPosition(canvas, &readouts, {g_app.view, g_app.settings, g_app.gps, g_app.leg},
+                        g_app.gps.Fix.longitude * kDegreesPerUnit,
                         g_app.gps.Fix.latitude * kDegreesPerUnit);
 }
 
@@ -62,8 +63,8 @@ MainWindow::MainWindow(WindowHost& host, DialogHost& dialogs)
       dialogs_(dialogs),
       // Reversing recomputes the route itself; an edited sector is recomputed with its own
       // airspeed.
-      reversePlan_(ReversePlan),
-      recomputePlan_([] { RecomputePlanRoute(0); }) {}
+      reversePlan_([] { ReversePlan(g_app.settings, g_app.plan); }),
+      recomputePlan_([] { RecomputePlanRoute(g_app.settings, g_app.plan, 0); }) {}
 
 MainWindow::~MainWindow() {
     instruments_.Stop();
@@ -141,7 +142,7 @@ void MainWindow::OnCommand(unsigned id) {
             // Another plan: the arrays reload, the plan is recomputed with the aircraft's
             // airspeeds and a feed flying the old one stops.
             if (dialogs_.Run(Dialog::OpenPlan) == kDialogOk) {
-                AfterPlanOpened();
+                AfterPlanOpened(g_app.settings, g_app.plan, g_app.nav);
                 StopRunningFeed();
             }
             break;
@@ -172,7 +173,7 @@ void MainWindow::OnCommand(unsigned id) {
             break;
         case kDeleteSector:
             if (platform::AskWarning("Delete highlighted sector?"))
-                DeletePlanSector(g_app.plan.HighlightedSector);
+                DeletePlanSector(g_app.settings, g_app.plan, g_app.plan.HighlightedSector);
             break;
         case kInsertSector:
             if (platform::AskWarning("Insert after highlighted sector?"))
@@ -215,8 +216,9 @@ void MainWindow::OnCommand(unsigned id) {
             // A bitmap chosen to calibrate: shown under the calibration cross.
             if (dialogs_.Run(Dialog::MapLoad) == kDialogOk) {
                 g_app.settings.ViewMode = kViewMapEdit;
-                BeginCalibrationView();
-                LoadMapBitmap(g_app.view.CurrentMapPath.view());
+                BeginCalibrationView(g_app.view);
+                LoadMapBitmap(g_app.view, g_app.settings, g_app.leg,
+                              g_app.view.CurrentMapPath.view());
                 menu_.Enable(kCalibrateNe, true);
                 menu_.Enable(kCalibrateSw, true);
             }
@@ -340,8 +342,8 @@ void MainWindow::NewSector(Dialog dialog) {
 void MainWindow::NextWaypoint() {
     if (g_app.settings.ActivePlanName.empty())
         return;
-    auto h = Sys().store->OpenDatabase(platform::kObjectStoreVolume, g_app.settings.ActivePlanName.view(),
-                                       schema::kSecNumber, 0);
+    auto h = Sys().store->OpenDatabase(platform::kObjectStoreVolume,
+                                       g_app.settings.ActivePlanName.view(), schema::kSecNumber, 0);
     if (!h)
         return;
     std::uint32_t count = h.RecordCount();
@@ -349,7 +351,7 @@ void MainWindow::NextWaypoint() {
     if (g_app.leg.DirectToStartLatitude.load() != 0) {
         // "Next wpt" during a direct-to takes it as reached: on with the plan from there.
         g_app.leg.ActiveSectorIndex =
-            SectorAfterDirectTo(ReadPlanSectors(), g_app.leg.DirectToTargetLatitude,
+            SectorAfterDirectTo(ReadPlanSectors(g_app.settings), g_app.leg.DirectToTargetLatitude,
                                 g_app.leg.DirectToTargetLongitude, g_app.leg.ActiveSectorIndex);
         g_app.leg.DirectToStartLatitude.store(0);
     } else if (count > 0 && g_app.leg.ActiveSectorIndex < count - 1) {
@@ -426,7 +428,9 @@ void MainWindow::PaintInstruments(platform::Canvas& canvas) {
         return;
     drawnFix_ = fix;
     drawnGeneration_ = generation_;
-    instruments_.Start(PrepareInstrumentFrame(), Sys().ui);
+    instruments_.Start(
+        PrepareInstrumentFrame({g_app.view, g_app.settings, g_app.gps, g_app.leg}, g_app.nav),
+        Sys().ui, g_app.gps.InstrumentDrawingRunning);
 }
 
 void MainWindow::ApplyReadouts() {
@@ -493,11 +497,11 @@ void MainWindow::OnPaint(platform::Canvas& canvas) {
             g_app.settings.ViewMode = kViewMapEdit;
             [[fallthrough]];
         case kViewMapEdit:
-            PaintCalibrationView(canvas);
+            PaintCalibrationView(canvas, {g_app.view, g_app.settings, g_app.gps, g_app.leg});
             break;
         case kViewCalibrate:
             host_.Beep();
-            PaintCalibrationView(canvas);
+            PaintCalibrationView(canvas, {g_app.view, g_app.settings, g_app.gps, g_app.leg});
             g_app.settings.ViewMode = kViewMapEdit;
             // The dialog opens once this paint is over.
             host_.Post([this] { dialogs_.Run(Dialog::Calibrate); });
@@ -553,7 +557,7 @@ void MainWindow::OnPenMove(int x, int y) {
     if (g_app.settings.ViewMode == kViewPlan)
         planView_.PenMove(x, y);
     else if (g_app.settings.ViewMode == kViewMapEdit)
-        CalibrationPenMove(x, y);
+        CalibrationPenMove(g_app.view, x, y);
     else
         return;
     Repaint();

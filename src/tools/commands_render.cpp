@@ -34,14 +34,14 @@ struct MapArgs {
 };
 
 void OpenPlanNamed(const std::string& name) {
-    OpenPlanDialog d;
+    OpenPlanDialog d{g_app.settings, g_app.plan};
     d.Open();
     const auto& entries = d.Entries();
     auto it = std::find(entries.begin(), entries.end(), Utf8ToUtf16(name));
     if (it == entries.end())
         throw ToolFailure("no plan named \"" + name + "\"");
     d.Choose(static_cast<int>(it - entries.begin()));
-    AfterPlanOpened();
+    AfterPlanOpened(g_app.settings, g_app.plan, g_app.nav);
 }
 
 // The platform, the default data and the plan, as the window has them.
@@ -50,7 +50,7 @@ void SetUp(ToolContext& ctx) {
     CreateDefaultSettings(g_app.settings);
     LoadSettings(g_app.settings);
     CreateDefaultData();
-    RefreshPlanSectorCount();
+    RefreshPlanSectorCount(g_app.settings, g_app.plan);
 }
 
 void PublishFix(const MapArgs& a) {
@@ -91,11 +91,12 @@ void RenderMap(ToolContext& ctx, const MapArgs& a) {
         PaintMapFrame(*canvas);
     }
     Save(headless, frame, a.out);
-    ctx.Out().Emit({{"out", a.out},
-                    {"width", frame.Width()},
-                    {"height", frame.Height()},
-                    {"map", g_app.view.MapLoaded ? g_app.view.CurrentMapPath.utf8() : std::string()},
-                    {"position", g_app.gps.Fix.positionText.utf8()}});
+    ctx.Out().Emit(
+        {{"out", a.out},
+         {"width", frame.Width()},
+         {"height", frame.Height()},
+         {"map", g_app.view.MapLoaded ? g_app.view.CurrentMapPath.utf8() : std::string()},
+         {"position", g_app.gps.Fix.positionText.utf8()}});
 }
 
 void RenderInstruments(ToolContext& ctx, const MapArgs& a, bool aerix) {
@@ -119,7 +120,8 @@ void RenderInstruments(ToolContext& ctx, const MapArgs& a, bool aerix) {
     g_app.view.InstrumentRangeStep = a.range;
     PublishFix(a);
 
-    InstrumentFrameInput in = PrepareInstrumentFrame();
+    InstrumentFrameInput in =
+        PrepareInstrumentFrame({g_app.view, g_app.settings, g_app.gps, g_app.leg}, g_app.nav);
     platform::Graphics& graphics = headless.Graphics();
     platform::Bitmap picture = RenderInstrumentFrame(
         in, [&graphics](platform::Bitmap& b) { return graphics.CanvasOn(b); });

@@ -60,7 +60,8 @@ class FlightScenarioTest : public ::testing::Test {
     // What the window does on each fix: take the fix and prepare the instruments' frame.
     InstrumentFrameInput Paint() {
         TakeFixSnapshot();
-        return PrepareInstrumentFrame();
+        return PrepareInstrumentFrame({g_app.view, g_app.settings, g_app.gps, g_app.leg},
+                                      g_app.nav);
     }
 
     testing::TestPlatform p;
@@ -80,7 +81,8 @@ TEST_F(FlightScenarioTest, DirectToInTheMiddleThenThePlanFromWhereItEnds) {
         if (step == 20) {
             // On the first leg, direct to Charlie.
             ASSERT_EQ(g_app.leg.ActiveSectorIndex.load(), 0u);
-            ASSERT_TRUE(DirectTo({u"Charlie", u"CHRLY", kRoute[2].lat, kRoute[2].lon}));
+            ASSERT_TRUE(DirectTo(g_app.leg, g_app.gps.Fix,
+                                 {u"Charlie", u"CHRLY", kRoute[2].lat, kRoute[2].lon}));
             return;
         }
         if (g_app.leg.DirectToStartLatitude.load() != 0) {
@@ -122,7 +124,7 @@ TEST_F(FlightScenarioTest, DirectToInTheMiddleThenThePlanFromWhereItEnds) {
 TEST_F(FlightScenarioTest, ResumePlanAndDirectToNeedAPosition) {
     SectorEnd charlie{u"Charlie", u"CHRLY", kRoute[2].lat, kRoute[2].lon};
     // No fix yet: refused in words, nothing changes.
-    EXPECT_FALSE(DirectTo(charlie));
+    EXPECT_FALSE(DirectTo(g_app.leg, g_app.gps.Fix, charlie));
     EXPECT_EQ(g_app.leg.DirectToStartLatitude.load(), 0);
     EXPECT_EQ(p.Ui().Boxes().size(), 1u);
 
@@ -133,11 +135,11 @@ TEST_F(FlightScenarioTest, ResumePlanAndDirectToNeedAPosition) {
     fix.positionKnown = true;
     g_app.gps.PublishedFix.Publish(fix);
     EXPECT_EQ(Paint().leg.bar.name, u"BRAVO");
-    ASSERT_TRUE(DirectTo(charlie));
+    ASSERT_TRUE(DirectTo(g_app.leg, g_app.gps.Fix, charlie));
     InstrumentFrameInput in = Paint();
     EXPECT_EQ(in.leg.bar.name, u"CHRLY");
     EXPECT_EQ(in.leg.endLatitude, kRoute[2].lat);
-    ResumePlan();
+    ResumePlan(g_app.leg);
     in = Paint();
     EXPECT_FALSE(in.leg.direct);
     EXPECT_EQ(in.leg.bar.name, u"BRAVO");

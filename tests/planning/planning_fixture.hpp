@@ -57,7 +57,7 @@ class PlanningTest : public ::testing::Test {
         DbHandle h = OpenDatabase(u"Trip", schema::kSecNumber);
         for (const SectorRecord& s : sectors)
             WriteSector(h, s, 0);
-        RefreshPlanSectorCount();
+        RefreshPlanSectorCount(g_app.settings, g_app.plan);
     }
 
     std::vector<SectorRecord> Sectors() {

@@ -30,7 +30,7 @@ class AircraftDialogsTest : public DialogTest {
   protected:
     void SetUp() override {
         DialogTest::SetUp();
-        LoadCurrentAircraft();
+        LoadCurrentAircraft(g_app.settings, g_app.aircraft);
     }
 
     int Run(Dialog dialog, User user) {
