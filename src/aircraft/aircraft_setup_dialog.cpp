@@ -25,11 +25,7 @@ constexpr double kMaxArm = 100000.0;
 using AcField = AircraftEditDialog::Field;
 
 std::string Trimmed(std::string_view text) {
-    std::size_t b = text.find_first_not_of(" \t");
-    if (b == std::string_view::npos)
-        return {};
-    std::size_t e = text.find_last_not_of(" \t");
-    return std::string(text.substr(b, e - b + 1));
+    return std::string(TrimBlanks(text));
 }
 
 std::u16string Upper(std::u16string_view s) {
@@ -42,11 +38,6 @@ std::u16string Upper(std::u16string_view s) {
 
 std::string Figure(double v) {
     return FormatFigure(v);
-}
-
-void SetTitle(std::string_view title) {
-    if (platform::Sys().ui)
-        platform::Sys().ui->SetTitle(title);
 }
 
 // A decimal figure within [lo, hi], or an error naming the field.
@@ -478,7 +469,7 @@ bool AircraftEditDialog::Ok(SettingsState& settings) {
 }
 
 void AircraftSetupDialog::Open() {
-    SetTitle(kTitle);
+    platform::SetTitle(kTitle);
     Refresh();
 }
 
@@ -585,7 +576,7 @@ bool AircraftSetupDialog::Delete() {
 }
 
 int AircraftSetupDialog::Close(int code) {
-    SetTitle("Aerix");
+    platform::SetTitle("Aerix");
     return code;
 }
 

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <limits>
 
+#include "platform/message_box.hpp"
 #include "platform/numeric.hpp"
 #include "platform/services.hpp"
 #include "store/record_store.hpp"
@@ -39,11 +40,6 @@ unsigned UnsignedEntry(std::string_view text) {
     return static_cast<unsigned>(value);
 }
 
-void SetTitle(std::string_view title) {
-    if (platform::Sys().ui)
-        platform::Sys().ui->SetTitle(title);
-}
-
 }  // namespace
 
 std::string FuelUnitName(unsigned code) {
@@ -69,7 +65,7 @@ std::string FuelUnitsLabel(unsigned code) {
 }
 
 void FuelPlanDialog::Open() {
-    SetTitle(kTitle);
+    platform::SetTitle(kTitle);
     if (aircraft_.FuelUnits >= 1 && aircraft_.FuelUnits <= 5)
         units_ = FuelUnitsLabel(aircraft_.FuelUnits);
 
@@ -143,7 +139,7 @@ void FuelPlanDialog::SetInTanks(std::string_view text) {
 }
 
 int FuelPlanDialog::Close(int code) {
-    SetTitle("Aerix");
+    platform::SetTitle("Aerix");
     return code;
 }
 

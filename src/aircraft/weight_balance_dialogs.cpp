@@ -16,11 +16,6 @@ namespace {
 
 constexpr double kMaxLoad = 100000.0;
 
-void SetTitle(std::string_view title) {
-    if (platform::Sys().ui)
-        platform::Sys().ui->SetTitle(title);
-}
-
 std::string Fixed(double value, int decimals) {
     char buf[64];
     std::snprintf(buf, sizeof buf, "%.*f", decimals, value);
@@ -48,7 +43,7 @@ std::vector<EnvelopePoint> EnvelopeOf(std::u16string_view aircraft) {
 }
 
 bool WeightBalanceLoadingDialog::Open() {
-    SetTitle(kTitle);
+    platform::SetTitle(kTitle);
     rows_.clear();
     if (settings_.AircraftReg.view().empty() ||
         !FindAircraft(settings_.AircraftReg.view(), aircraft_)) {
@@ -154,11 +149,11 @@ bool WeightBalanceLoadingDialog::Ok() {
 }
 
 void WeightBalanceLoadingDialog::Close() {
-    SetTitle("Aerix");
+    platform::SetTitle("Aerix");
 }
 
 bool WeightBalanceResultDialog::Open() {
-    SetTitle(kTitle);
+    platform::SetTitle(kTitle);
     const AircraftLoading& loading = state_.WbLoading;
     if (loading.Aircraft.empty() || !FindAircraft(loading.Aircraft, aircraft_)) {
         platform::ShowError("Enter the loads first (Wt. Bal)");
@@ -170,7 +165,7 @@ bool WeightBalanceResultDialog::Open() {
 }
 
 void WeightBalanceResultDialog::Close() {
-    SetTitle("Aerix");
+    platform::SetTitle("Aerix");
 }
 
 std::vector<std::pair<std::string, std::string>> WeightBalanceResultDialog::Figures() const {

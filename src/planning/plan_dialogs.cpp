@@ -7,14 +7,7 @@
 
 namespace aerix {
 
-namespace {
-
-void SetTitle(std::string_view title) {
-    if (platform::Sys().ui)
-        platform::Sys().ui->SetTitle(title);
-}
-
-}  // namespace
+namespace {}  // namespace
 
 std::vector<std::u16string> ListPlans() {
     return DatabaseNames(schema::kPlanType);
@@ -44,12 +37,12 @@ int NewPlanDialog::Ok() {
 }
 
 void PlanChooserDialog::Open() {
-    SetTitle(title_);
+    platform::SetTitle(title_);
     entries_ = ListPlans();
 }
 
 int PlanChooserDialog::End(int result) {
-    SetTitle("Aerix");
+    platform::SetTitle("Aerix");
     return result;
 }
 

@@ -78,8 +78,7 @@ bool WindEditDialog::Ok() {
 }
 
 void WindTableDialog::Open() {
-    if (platform::Sys().ui)
-        platform::Sys().ui->SetTitle(kTitle);
+    platform::SetTitle(kTitle);
     Refresh();
 }
 

@@ -8,6 +8,11 @@ void ShowError(std::string_view text) {
     Sys().ui->MessageBox(text, "", kMbOk);
 }
 
+void SetTitle(std::string_view title) {
+    if (Sys().ui)
+        Sys().ui->SetTitle(title);
+}
+
 void ShowNotice(std::string_view text, std::string_view caption) {
     Sys().ui->MessageBox(text, caption, kMbOk);
 }

@@ -12,5 +12,7 @@ void ShowError(std::string_view text);
 void ShowNotice(std::string_view text, std::string_view caption);
 // A Yes/No question captioned "Warning"; true only for Yes.
 bool AskWarning(std::string_view text);
+// The main window's title (a dialog names itself there); nothing without a screen.
+void SetTitle(std::string_view title);
 
 }  // namespace aerix::platform

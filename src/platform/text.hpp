@@ -17,6 +17,16 @@ std::string Utf16ToUtf8(std::u16string_view text);
 // data files, which are plain 8-bit text).
 std::u16string BytesToUtf16(std::string_view bytes);
 
+// The text without the white space (blanks, tabs, line ends) around it.
+inline std::string_view TrimBlanks(std::string_view s) {
+    auto blank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+    while (!s.empty() && blank(s.front()))
+        s.remove_prefix(1);
+    while (!s.empty() && blank(s.back()))
+        s.remove_suffix(1);
+    return s;
+}
+
 // A fixed, always terminated UTF-16 buffer of N characters (terminator included), as the
 // original kept its names and texts.
 template <std::size_t N>

@@ -39,11 +39,7 @@ void BearingFromCentre(double centreLat, double centreLon, double lat, double lo
 }
 
 std::string_view Trim(std::string_view s) {
-    while (!s.empty() && std::isspace(static_cast<unsigned char>(s.front())))
-        s.remove_prefix(1);
-    while (!s.empty() && std::isspace(static_cast<unsigned char>(s.back())))
-        s.remove_suffix(1);
-    return s;
+    return TrimBlanks(s);
 }
 
 // One angle: "52:30:15", "52:30.25", "52.5" in degrees; stops before the hemisphere letter.

@@ -6,17 +6,10 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/text.hpp"
 #include "platform/text_numbers.hpp"
 
 namespace aerix {
-
-inline std::string_view TrimBlanks(std::string_view s) {
-    while (!s.empty() && std::isspace(static_cast<unsigned char>(s.front())))
-        s.remove_prefix(1);
-    while (!s.empty() && std::isspace(static_cast<unsigned char>(s.back())))
-        s.remove_suffix(1);
-    return s;
-}
 
 // An optionally signed decimal number with at most one point; nothing for anything else.
 inline std::optional<double> StrictNumber(std::string_view text) {

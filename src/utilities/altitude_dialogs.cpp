@@ -46,10 +46,6 @@ std::optional<double> ReadTemperature(const std::string& text) {
     return value;
 }
 
-void SetTitle(std::string_view title) {
-    platform::Sys().ui->SetTitle(title);
-}
-
 }  // namespace
 
 std::string FormatFeet(double feet) {
@@ -59,11 +55,11 @@ std::string FormatFeet(double feet) {
 }
 
 void PressureDensityDialog::Open() {
-    SetTitle(kTitle);
+    platform::SetTitle(kTitle);
 }
 
 int PressureDensityDialog::Close() {
-    SetTitle("Aerix");
+    platform::SetTitle("Aerix");
     return 1;
 }
 
@@ -89,11 +85,11 @@ bool PressureDensityDialog::Compute() {
 }
 
 void TrueAltitudeDialog::Open() {
-    SetTitle(kTitle);
+    platform::SetTitle(kTitle);
 }
 
 int TrueAltitudeDialog::Close() {
-    SetTitle("Aerix");
+    platform::SetTitle("Aerix");
     return 1;
 }
 

@@ -158,11 +158,11 @@ std::optional<double> ConversionsDialog::Read(Field field) {
 }
 
 void ConversionsDialog::Open() {
-    platform::Sys().ui->SetTitle(kTitle);
+    platform::SetTitle(kTitle);
 }
 
 int ConversionsDialog::Close() {
-    platform::Sys().ui->SetTitle("Aerix");
+    platform::SetTitle("Aerix");
     return 1;
 }
 

@@ -70,11 +70,11 @@ bool CheckWind(double direction, double speed, std::string& error) {
 }
 
 void CrosswindDialog::Open() {
-    platform::Sys().ui->SetTitle(kTitle);
+    platform::SetTitle(kTitle);
 }
 
 int CrosswindDialog::Close() {
-    platform::Sys().ui->SetTitle("Aerix");
+    platform::SetTitle("Aerix");
     return 1;
 }
 

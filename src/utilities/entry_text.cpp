@@ -5,17 +5,14 @@
 #include <string>
 
 #include "platform/message_box.hpp"
+#include "platform/text.hpp"
 
 namespace aerix {
 
 namespace {
 
 std::string_view Trim(std::string_view text) {
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
-        text.remove_prefix(1);
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\t'))
-        text.remove_suffix(1);
-    return text;
+    return TrimBlanks(text);
 }
 
 }  // namespace

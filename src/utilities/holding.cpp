@@ -99,11 +99,11 @@ std::string FormatMinutesSeconds(double seconds) {
 }
 
 void HoldingDialog::Open() {
-    platform::Sys().ui->SetTitle(kTitle);
+    platform::SetTitle(kTitle);
 }
 
 int HoldingDialog::Close() {
-    platform::Sys().ui->SetTitle("Aerix");
+    platform::SetTitle("Aerix");
     return 1;
 }
 

@@ -46,11 +46,11 @@ std::string FormatLogbookTime(std::int64_t minutes) {
 }
 
 void LogbookDialog::Open() {
-    platform::Sys().ui->SetTitle(kTitle);
+    platform::SetTitle(kTitle);
 }
 
 int LogbookDialog::Close() {
-    platform::Sys().ui->SetTitle("Aerix");
+    platform::SetTitle("Aerix");
     return 1;
 }
 

@@ -48,7 +48,7 @@ std::optional<double> ReadAngle(const SunDialog& dialog, SunDialog::Field first)
 }  // namespace
 
 void SunDialog::Open(double latitude, double longitude) {
-    platform::Sys().ui->SetTitle(kTitle);
+    platform::SetTitle(kTitle);
     SplitAngle(latitude, "%02d", fields_[kLatDegrees], fields_[kLatMinutes],
                fields_[kLatHundredths]);
     SplitAngle(longitude, "%03d", fields_[kLonDegrees], fields_[kLonMinutes],
@@ -106,7 +106,7 @@ bool SunDialog::Compute() {
 }
 
 int SunDialog::Close() {
-    platform::Sys().ui->SetTitle("Aerix");
+    platform::SetTitle("Aerix");
     return 1;
 }
 

@@ -242,7 +242,7 @@ void CompleteCalibration(ViewState& view) {
 // ---- Calibrated maps ----
 
 void CalibratedMapsDialog::Open() {
-    platform::Sys().ui->SetTitle("Calibrated maps");
+    platform::SetTitle("Calibrated maps");
     names_.clear();
     DbHandle h = OpenDatabase(schema::kMapsName, schema::kMapPath);
     for (std::uint32_t i = 0; h; ++i) {
@@ -267,7 +267,7 @@ void CalibratedMapsDialog::Remove(int index) {
 }
 
 void CalibratedMapsDialog::Close() {
-    platform::Sys().ui->SetTitle("Aerix");
+    platform::SetTitle("Aerix");
 }
 
 }  // namespace aerix
