@@ -93,7 +93,7 @@ ActiveLeg SequenceActiveLeg(const std::vector<SectorRecord>& sectors, double lat
     // a feed started again still shows the last fix of the one before: a paint then must not skip
     // the legs the aircraft has not flown yet.
     const bool anyFix = g_app.gps.Fix.positionKnown;
-    const bool haveFix = anyFix && FixSinceFeedStart();
+    const bool haveFix = anyFix && FixSinceFeedStart(g_app.gps);
 
     if (g_app.leg.DirectToStartLatitude.load() != 0) {
         const double course = double(g_app.leg.DirectToCourse.load());

@@ -138,7 +138,7 @@ InstrumentFrameInput PrepareInstrumentFrame() {
     // The banner shows in this frame only: once per void sentence.
     if (g_app.gps.Fix.FixVoid) {
         in.invalidSignal = true;
-        AcknowledgeVoidFix();
+        AcknowledgeVoidFix(g_app.gps);
     }
     std::vector<SectorRecord> sectors = ReadPlanSectors();
     in.leg = SequenceActiveLeg(sectors, g_app.gps.Fix.latitude, g_app.gps.Fix.longitude);

@@ -123,7 +123,7 @@ void PaintMapView(platform::Canvas& view, MapReadouts* readouts, int /*fromCente
         g_app.view.InvalidSignalPending = 1;
     if (g_app.view.InvalidSignalPending == 1) {
         g_app.view.InvalidSignalPending = 0;
-        AcknowledgeVoidFix();
+        AcknowledgeVoidFix(g_app.gps);
         view.SetFont({12, true});
         view.DrawText(kInvalidSignalText, {0, 100, 240, 130},
                       platform::kTextCenter | platform::kTextVCenter | platform::kTextSingleLine,

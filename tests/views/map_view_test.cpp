@@ -315,7 +315,7 @@ TEST_F(MapViewTest, SequencesOnlyOnAFixThatHasLeftTheWaypointBehind) {
         if (c.published)
             g_app.gps.PublishedFix.Publish(fix);
         if (c.feedRestarted)
-            MarkFeedStart();
+            MarkFeedStart(g_app.gps);
         g_app.gps.Fix = fix;
         RecordingCanvas view;
         UpdateActiveLeg(view, ReadPlanSectors());
@@ -505,7 +505,7 @@ class MapInFlightTest : public MapViewTest {
         fix.trueTrack = 90;
         fix.positionKnown = true;
         g_app.gps.PublishedFix.Publish(fix);
-        TakeFixSnapshot();
+        TakeFixSnapshot(g_app.gps);
     }
     std::string Paint(bool centre) {
         RecordingCanvas view;

@@ -2,11 +2,9 @@
 // at exit, all under HKEY_LOCAL_MACHINE "Software\Qorvane Software\Aerix".
 #pragma once
 
-#include <string_view>
+#include "settings/settings_key.hpp"
 
 namespace aerix {
-
-inline constexpr std::u16string_view kSettingsKey = u"Software\\Qorvane Software\\Aerix";
 
 // First-run writer: writes the defaults only when the key is created now.
 void CreateDefaultSettings();
