@@ -2,8 +2,8 @@
 
 #include <cstdio>
 
+#include "gps/direction_reference.hpp"
 #include "platform/services.hpp"
-#include "utilities/direction_reference.hpp"
 
 namespace aerix {
 
