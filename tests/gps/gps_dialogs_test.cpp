@@ -69,7 +69,7 @@ TEST(GpsSetupDialog, OkStoresTheChoices) {
 TEST(GpsDataDialog, FormatsTheFix) {
     testing::TestPlatform platform;
     GpsFix fix;
-    RmcParser(u"$GPRMC,1,A,4807.038,N,01131.000,E,022.6,5.4,1,1.0,W", fix);
+    ParseRmc("$GPRMC,1,A,4807.038,N,01131.000,E,022.6,5.4,1,1.0,W", fix);
     g_app.gps.PublishedFix.Publish(fix);
     GpsDataDialogModel model;
     auto texts = model.Texts(g_app.gps);
@@ -78,7 +78,7 @@ TEST(GpsDataDialog, FormatsTheFix) {
     // 5.4 true with 1.0 W sent by the receiver: 6 magnetic, and it says so.
     EXPECT_EQ(texts.track, u"006\u00B0M");
     // A receiver that sends no variation: the model's at 48 N 11.5 E (about 4.5 E) instead.
-    RmcParser(u"$GPRMC,1,A,4807.038,N,01131.000,E,022.6,5.4,1,,", fix);
+    ParseRmc("$GPRMC,1,A,4807.038,N,01131.000,E,022.6,5.4,1,,", fix);
     g_app.gps.PublishedFix.Publish(fix);
     EXPECT_EQ(model.Texts(g_app.gps).track, u"001\u00B0M");
     model.Close();
