@@ -52,7 +52,7 @@ void BM_PaintMapView(benchmark::State& state) {
     auto canvas = graphics.CanvasOn(frame);
     CanvasReadouts readouts(*canvas);
     for (auto _ : state) {
-        PaintMapView(*canvas, &readouts, 1);
+        PaintMapView(*canvas, &readouts, {g_app.view, g_app.settings, g_app.gps, g_app.leg}, 1);
         benchmark::DoNotOptimize(frame.Row(0));
     }
     canvas.reset();

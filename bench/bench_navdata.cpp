@@ -56,9 +56,9 @@ class BenchData {
   private:
     void WriteWaypoints() {
         g_app.settings.NavDatabaseName.assign(u"Bench");
-        NavVolumeScope volume(u"Bench");
-        CreateNavDatabase(u"Bench");
-        DbHandle h = OpenNavDatabase(u"Bench", schema::kWptName);
+        NavVolumeScope volume(g_app.nav, u"Bench");
+        CreateNavDatabase(g_app.nav, u"Bench");
+        DbHandle h = OpenNavDatabase(g_app.nav, u"Bench", schema::kWptName);
         h.BeginBatch();
         WaypointRecord r;
         r.WaypointType = 1;
@@ -98,7 +98,7 @@ void BM_LoadNavDatabase(benchmark::State& state) {
     BenchData::SetArea();
     g_app.settings.NavDatabaseName.assign(u"Bench");
     for (auto _ : state) {
-        LoadNavDatabase();
+        LoadNavDatabase(g_app.settings, g_app.nav);
         benchmark::DoNotOptimize(g_app.nav.NavDatabase.data());
     }
     state.counters["kept"] = g_app.nav.NavEntryCount;
@@ -111,7 +111,7 @@ void BM_LoadAirspace(benchmark::State& state) {
     BenchData::Get();
     BenchData::SetArea();
     for (auto _ : state) {
-        LoadAirspace();
+        LoadAirspace(g_app.nav);
         benchmark::DoNotOptimize(g_app.nav.AirspaceOverlay.data());
     }
     state.counters["kept"] = g_app.nav.AirspaceEntryCount;

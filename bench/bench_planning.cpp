@@ -51,7 +51,7 @@ void BM_RecomputePlanRoute(benchmark::State& state) {
             }
         }
         for (auto _ : state)
-            RecomputePlanRoute(0);
+            RecomputePlanRoute(g_app.settings, g_app.plan, 0);
         state.SetItemsProcessed(state.iterations() * state.range(0));
         if (!ui.Boxes().empty())
             state.SkipWithError(ui.Boxes().front().text.c_str());

@@ -36,10 +36,11 @@ struct Bench {
         dir = ::mkdtemp(pattern);
         platform = std::make_unique<platform::Platform>(dir, ui);
         g_app.settings.NavDatabaseName.assign(u"Bench");
-        volumeFile = platform->Root().ResolveForWrite(NavVolumePath());
+        volumeFile =
+            platform->Root().ResolveForWrite(NavVolumePath(g_app.settings.NavDatabaseName.view()));
     }
     ~Bench() {
-        UnmountNavVolume();
+        UnmountNavVolume(g_app.nav);
         platform.reset();
         std::filesystem::remove_all(dir);
     }
@@ -77,9 +78,9 @@ void BM_WriteWaypoints(benchmark::State& state) {
     for (auto _ : state) {
         state.PauseTiming();
         std::filesystem::remove(b.volumeFile);
-        MountNavVolume();
-        b.database = CreateNavDatabase(u"Bench");
-        DbHandle h = OpenNavDatabase(u"Bench", schema::kWptName);
+        MountNavVolume(g_app.settings, g_app.nav);
+        b.database = CreateNavDatabase(g_app.nav, u"Bench");
+        DbHandle h = OpenNavDatabase(g_app.nav, u"Bench", schema::kWptName);
         std::vector<WaypointRecord> rows;
         rows.reserve(keys.size());
         for (std::uint32_t k : keys)
@@ -95,7 +96,7 @@ void BM_WriteWaypoints(benchmark::State& state) {
 void BM_StoreReadAllInNameOrder(benchmark::State& state) {
     std::size_t n = 0;
     for (auto _ : state) {
-        DbHandle h = OpenNavDatabase(u"Bench", schema::kWptName);
+        DbHandle h = OpenNavDatabase(g_app.nav, u"Bench", schema::kWptName);
         WaypointRecord w;
         n = 0;
         while (ReadWaypoint(h, kFromCurrent, 0, w))
@@ -107,7 +108,7 @@ void BM_StoreReadAllInNameOrder(benchmark::State& state) {
 
 void BM_PlainSelectInNameOrder(benchmark::State& state) {
     Bench& b = State();
-    UnmountNavVolume();  // the store holds a mounted volume for itself
+    UnmountNavVolume(g_app.nav);  // the store holds a mounted volume for itself
     sqlite3* db = nullptr;
     sqlite3_open_v2(b.volumeFile.c_str(), &db, SQLITE_OPEN_READONLY, nullptr);
     std::string sql =

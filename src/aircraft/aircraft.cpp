@@ -1,6 +1,5 @@
 #include "aircraft/aircraft.hpp"
 
-#include "app/state/app_state.hpp"
 #include "store/record_store.hpp"
 
 namespace aerix {
@@ -23,17 +22,17 @@ bool ReadNamed(std::u16string_view registration, AircraftRecord& out) {
 
 }  // namespace
 
-void ApplyAircraftToState(const AircraftRecord& aircraft) {
-    g_app.aircraft.TaxiFuel = aircraft.TaxiFuel;
-    g_app.aircraft.FuelUnits = static_cast<std::uint32_t>(aircraft.FuelUnits);
+void ApplyAircraftToState(AircraftState& state, const AircraftRecord& aircraft) {
+    state.TaxiFuel = aircraft.TaxiFuel;
+    state.FuelUnits = static_cast<std::uint32_t>(aircraft.FuelUnits);
 }
 
-bool LoadCurrentAircraft() {
+bool LoadCurrentAircraft(const SettingsState& settings, AircraftState& state) {
     AircraftRecord r;
-    if (!ReadNamed(g_app.settings.AircraftReg.view(), r))
+    if (!ReadNamed(settings.AircraftReg.view(), r))
         return false;
-    g_app.aircraft.CurrentAircraft = std::move(r);
-    ApplyAircraftToState(g_app.aircraft.CurrentAircraft);
+    state.CurrentAircraft = std::move(r);
+    ApplyAircraftToState(state, state.CurrentAircraft);
     return true;
 }
 
@@ -119,13 +118,14 @@ std::vector<StoredEnvelopePoint> ReadEnvelopePoints(std::u16string_view aircraft
     return out;
 }
 
-bool MakeAircraftCurrent(std::u16string_view registration) {
+bool MakeAircraftCurrent(SettingsState& settings, AircraftState& state,
+                         std::u16string_view registration) {
     AircraftRecord r;
-    if (registration.size() >= g_app.settings.AircraftReg.Capacity() || !ReadNamed(registration, r))
+    if (registration.size() >= settings.AircraftReg.Capacity() || !ReadNamed(registration, r))
         return false;
-    g_app.settings.AircraftReg.assign(registration);
-    g_app.aircraft.CurrentAircraft = std::move(r);
-    ApplyAircraftToState(g_app.aircraft.CurrentAircraft);
+    settings.AircraftReg.assign(registration);
+    state.CurrentAircraft = std::move(r);
+    ApplyAircraftToState(state, state.CurrentAircraft);
     return true;
 }
 

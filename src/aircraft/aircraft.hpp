@@ -1,5 +1,5 @@
 // The aircraft database ("Aircraft", one AircraftRecord per aircraft, keyed by registration) and
-// the current aircraft, the one named by g_app.settings.AircraftReg.
+// the current aircraft, the one named by SettingsState::AircraftReg.
 //
 // What each property of the record holds (units as the default aircraft carry them):
 //   600 Name               registration, the sort key
@@ -35,7 +35,9 @@
 #include <string>
 #include <vector>
 
+#include "aircraft/aircraft_state.hpp"
 #include "platform/prop_val.hpp"
+#include "settings/settings_state.hpp"
 #include "store/records.hpp"
 
 namespace aerix {
@@ -58,13 +60,13 @@ inline constexpr std::int16_t kArmMillimetres = 2;
 inline constexpr std::int16_t kArmCentimetres = 3;
 inline constexpr std::int16_t kArmMetres = 4;
 
-// The aircraft's figures that other subsystems keep in g_app: its taxi fuel and fuel units.
-void ApplyAircraftToState(const AircraftRecord& aircraft);
+// Copies into state the figures of the aircraft that other flows read: taxi fuel and fuel units.
+void ApplyAircraftToState(AircraftState& state, const AircraftRecord& aircraft);
 
-// Reads the aircraft named by g_app.settings.AircraftReg into g_app.aircraft.CurrentAircraft and applies it. False
-// (state unchanged) when the database cannot be opened ("Could not open database") or holds no
-// such aircraft.
-bool LoadCurrentAircraft();
+// Reads the aircraft named by settings.AircraftReg into state.CurrentAircraft and applies it.
+// False (state unchanged) when the database cannot be opened ("Could not open database") or holds
+// no such aircraft.
+bool LoadCurrentAircraft(const SettingsState& settings, AircraftState& state);
 
 // Every aircraft in registration order; empty when the database cannot be opened.
 std::vector<AircraftRecord> ListAircraft();
@@ -88,8 +90,10 @@ struct StoredEnvelopePoint {
 };
 std::vector<StoredEnvelopePoint> ReadEnvelopePoints(std::u16string_view aircraft);
 
-// Makes the aircraft with this registration the current one. False when there is none.
-// The caller recomputes the plan with the new airspeeds (RecomputePlan(1)).
-bool MakeAircraftCurrent(std::u16string_view registration);
+// Makes the aircraft with this registration the current one (settings.AircraftReg and state).
+// False when there is none. The caller recomputes the plan with the new airspeeds
+// (RecomputePlan(..., 1)).
+bool MakeAircraftCurrent(SettingsState& settings, AircraftState& state,
+                         std::u16string_view registration);
 
 }  // namespace aerix

@@ -5,7 +5,6 @@
 
 #include "aircraft/aircraft.hpp"
 #include "aircraft/weight_balance.hpp"
-#include "app/state/app_state.hpp"
 #include "planning/sector_computation.hpp"
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
@@ -418,7 +417,7 @@ std::optional<AircraftRecord> AircraftEditDialog::Check(
     return r;
 }
 
-bool AircraftEditDialog::Ok() {
+bool AircraftEditDialog::Ok(SettingsState& settings) {
     std::vector<StationRecord> stations;
     std::vector<EnvelopePointRecord> points;
     auto checked = Check(stations, points);
@@ -469,8 +468,8 @@ bool AircraftEditDialog::Ok() {
     if (!tx.Commit())
         return false;
 
-    if (oid_ != 0 && !originalName_.empty() && g_app.settings.AircraftReg.view() == originalName_)
-        g_app.settings.AircraftReg.assign(r.Name);
+    if (oid_ != 0 && !originalName_.empty() && settings.AircraftReg.view() == originalName_)
+        settings.AircraftReg.assign(r.Name);
     oid_ = id;
     original_ = r;
     originalName_ = r.Name;
@@ -493,7 +492,7 @@ void AircraftSetupDialog::Refresh() {
         platform::CeOid id = ReadAircraft(h, kFromCurrent, 0, r);
         if (id == 0)
             break;
-        bool current = r.Name == g_app.settings.AircraftReg.view();
+        bool current = r.Name == settings_.AircraftReg.view();
         lines_.push_back(Utf16ToUtf8(r.Name) + "  " + Utf16ToUtf8(r.TypeDesignator) +
                          (current ? "  *" : ""));
         names_.push_back(r.Name);
@@ -513,19 +512,19 @@ std::optional<AircraftEditDialog> AircraftSetupDialog::BeginEdit() const {
 bool AircraftSetupDialog::OfferActive(const std::u16string& registration) {
     if (!platform::AskWarning("make active a/c?"))
         return false;
-    if (!MakeAircraftCurrent(registration))
+    if (!MakeAircraftCurrent(settings_, aircraft_, registration))
         return false;
-    RecomputePlan(1);
+    RecomputePlan(settings_, plan_, 1);
     return true;
 }
 
 bool AircraftSetupDialog::Finish(AircraftEditDialog& edit, int result) {
-    bool saved = result == platform::kIdOk && edit.Ok();
+    bool saved = result == platform::kIdOk && edit.Ok(settings_);
     if (saved) {
-        if (edit.SavedName() == g_app.settings.AircraftReg.view()) {
+        if (edit.SavedName() == settings_.AircraftReg.view()) {
             // Already active: its new figures apply at once.
-            LoadCurrentAircraft();
-            RecomputePlan(1);
+            LoadCurrentAircraft(settings_, aircraft_);
+            RecomputePlan(settings_, plan_, 1);
         } else {
             OfferActive(edit.SavedName());
         }
@@ -550,7 +549,7 @@ bool AircraftSetupDialog::Delete() {
     if (selected_ < 0 || selected_ >= static_cast<int>(names_.size()))
         return false;
     std::u16string name = names_[static_cast<std::size_t>(selected_)];
-    if (name == g_app.settings.AircraftReg.view()) {
+    if (name == settings_.AircraftReg.view()) {
         platform::ShowError(
             "The current aircraft cannot be deleted - make another one active "
             "first");

@@ -10,7 +10,10 @@
 #include <string_view>
 #include <vector>
 
+#include "aircraft/aircraft_state.hpp"
+#include "planning/plan_state.hpp"
 #include "platform/prop_val.hpp"
+#include "settings/settings_state.hpp"
 #include "store/records.hpp"
 
 namespace aerix {
@@ -97,8 +100,9 @@ class AircraftEditDialog {
 
     // OK: checks every figure, station and point (the first fault is reported and nothing is
     // written: false), then writes the aircraft, its stations and its closed envelope. A renamed
-    // aircraft takes its stations and points along, and the current-aircraft setting with it.
-    bool Ok();
+    // aircraft takes its stations and points along, and the current-aircraft setting
+    // (settings.AircraftReg) with it.
+    bool Ok(SettingsState& settings);
     // The registration written by the last successful Ok().
     const std::u16string& SavedName() const { return savedName_; }
 
@@ -119,6 +123,10 @@ class AircraftEditDialog {
 class AircraftSetupDialog {
   public:
     static constexpr std::string_view kTitle = "Setup A/c";
+
+    // The current aircraft is the one settings names; making one current recomputes plan.
+    AircraftSetupDialog(SettingsState& settings, AircraftState& aircraft, PlanState& plan)
+        : settings_(settings), aircraft_(aircraft), plan_(plan) {}
 
     void Open();
     // Refills the list: registration and type, the current aircraft marked "*".
@@ -145,6 +153,9 @@ class AircraftSetupDialog {
   private:
     bool OfferActive(const std::u16string& registration);
 
+    SettingsState& settings_;
+    AircraftState& aircraft_;
+    PlanState& plan_;
     std::vector<std::string> lines_;
     std::vector<std::u16string> names_;
     std::vector<platform::CeOid> oids_;

@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <limits>
 
-#include "app/state/app_state.hpp"
 #include "platform/numeric.hpp"
 #include "platform/services.hpp"
 #include "store/record_store.hpp"
@@ -71,14 +70,14 @@ std::string FuelUnitsLabel(unsigned code) {
 
 void FuelPlanDialog::Open() {
     SetTitle(kTitle);
-    if (g_app.aircraft.FuelUnits >= 1 && g_app.aircraft.FuelUnits <= 5)
-        units_ = FuelUnitsLabel(g_app.aircraft.FuelUnits);
+    if (aircraft_.FuelUnits >= 1 && aircraft_.FuelUnits <= 5)
+        units_ = FuelUnitsLabel(aircraft_.FuelUnits);
 
     // By phase: 0 climb, 1 cruise, 2 descent.
     double sums[3] = {0.0, 0.0, 0.0};
     bool flyable[3] = {true, true, true};
     std::uint32_t count = 0;
-    DbHandle h = OpenDatabase(g_app.settings.ActivePlanName.view(), schema::kSecNumber, &count);
+    DbHandle h = OpenDatabase(settings_.ActivePlanName.view(), schema::kSecNumber, &count);
     if (h && count != 0) {
         SectorRecord s;
         while (ReadSector(h, kFromCurrent, 0, s) != 0) {
@@ -94,36 +93,37 @@ void FuelPlanDialog::Open() {
         for (int p = 0; p < 3; ++p)
             *fields[p] = flyable[p] ? Format("%1.1f", sums[p]) : std::string(kUnknownFuel);
     }
-    taxi_ = Format("%1.1f", g_app.aircraft.TaxiFuel);
+    taxi_ = Format("%1.1f", aircraft_.TaxiFuel);
     flyable_ = flyable[0] && flyable[1] && flyable[2];
     trip_ = sums[2] + sums[1] + sums[0];
-    g_app.aircraft.PlanTripFuel = TripOrNan();
+    aircraft_.PlanTripFuel = TripOrNan();
 
     unsigned total = 0;
-    if (g_app.settings.FuelCalc == 1) {
+    if (settings_.FuelCalc == 1) {
         calculate_ = true;
         holding_ = "0";
         contingency_ = "0";
         // The contingency term is zero here but still computed.
-        total = static_cast<unsigned>(TruncInt32(trip_ + trip_ * 0.0 + g_app.aircraft.TaxiFuel + 0.5));
+        total = static_cast<unsigned>(TruncInt32(trip_ + trip_ * 0.0 + aircraft_.TaxiFuel + 0.5));
     } else {
         calculate_ = false;
         inTanks_ = "0";
-        reserve_ = flyable_ ? Format("%1.0f", -g_app.aircraft.TaxiFuel - trip_) : std::string(kUnknownFuel);
+        reserve_ =
+            flyable_ ? Format("%1.0f", -aircraft_.TaxiFuel - trip_) : std::string(kUnknownFuel);
         total = 0;
     }
     StoreResults(total, flyable_ || !calculate_);
 }
 
 void FuelPlanDialog::ChooseCalculate() {
-    g_app.settings.FuelCalc = 1;
+    settings_.FuelCalc = 1;
     RecalculateFromHolding();
     calculate_ = true;
 }
 
 void FuelPlanDialog::ChooseLoaded() {
     RecalculateFromInTanks();
-    g_app.settings.FuelCalc = 0;
+    settings_.FuelCalc = 0;
     calculate_ = false;
 }
 
@@ -150,24 +150,24 @@ int FuelPlanDialog::Close(int code) {
 void FuelPlanDialog::RecalculateFromHolding() {
     unsigned holding = UnsignedEntry(holding_);
     unsigned contingency = UnsignedEntry(contingency_);
-    unsigned total = static_cast<unsigned>(
-                         TruncInt32(trip_ * contingency * 0.01 + trip_ + g_app.aircraft.TaxiFuel + 0.5)) +
+    unsigned total = static_cast<unsigned>(TruncInt32(trip_ * contingency * 0.01 + trip_ +
+                                                      aircraft_.TaxiFuel + 0.5)) +
                      holding;
     StoreResults(total, flyable_);
 }
 
 void FuelPlanDialog::RecalculateFromInTanks() {
     unsigned inTanks = UnsignedEntry(inTanks_);
-    reserve_ =
-        flyable_ ? Format("%1.0f", inTanks - g_app.aircraft.TaxiFuel - trip_) : std::string(kUnknownFuel);
+    reserve_ = flyable_ ? Format("%1.0f", inTanks - aircraft_.TaxiFuel - trip_)
+                        : std::string(kUnknownFuel);
     StoreResults(inTanks, true);
 }
 
 void FuelPlanDialog::StoreResults(unsigned total, bool known) {
     // An unflyable sector makes the sums meaningless: no figure rather than a wrapped one.
     total_ = known ? std::to_string(total) : std::string(kUnknownFuel);
-    g_app.aircraft.PlanTripFuel = TripOrNan();
-    g_app.aircraft.PlanTotalFuel = known ? total : 0;
+    aircraft_.PlanTripFuel = TripOrNan();
+    aircraft_.PlanTotalFuel = known ? total : 0;
 }
 
 double FuelPlanDialog::TripOrNan() const {

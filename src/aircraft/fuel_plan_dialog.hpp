@@ -1,10 +1,14 @@
 // The "Fuel plan" dialog model: the plan's fuel summed by flight phase plus taxi fuel, then either
 // the fuel to load (trip + contingency + holding) or, with the fuel in the tanks entered, what
-// remains as reserve. Leaves PlanTripFuel and PlanTotalFuel in g_app; g_app.settings.FuelCalc is the mode.
+// remains as reserve. Leaves PlanTripFuel and PlanTotalFuel in AircraftState; SettingsState's
+// FuelCalc is the mode.
 #pragma once
 
 #include <string>
 #include <string_view>
+
+#include "aircraft/aircraft_state.hpp"
+#include "settings/settings_state.hpp"
 
 namespace aerix {
 
@@ -12,8 +16,12 @@ class FuelPlanDialog {
   public:
     static constexpr std::string_view kTitle = "Fuel plan";
 
+    // The plan settings names, flown by the aircraft whose figures aircraft holds.
+    FuelPlanDialog(SettingsState& settings, AircraftState& aircraft)
+        : settings_(settings), aircraft_(aircraft) {}
+
     // Sets the title and units label, sums the current plan's sectors and shows the mode that
-    // g_app.settings.FuelCalc names.
+    // settings.FuelCalc names.
     void Open();
     // The radio buttons.
     void ChooseCalculate();
@@ -49,8 +57,11 @@ class FuelPlanDialog {
     void RecalculateFromInTanks();
     // known: the total is a figure; otherwise it shows dashes and PlanTotalFuel is 0.
     void StoreResults(unsigned total, bool known);
-    // The trip fuel for g_app.aircraft.PlanTripFuel: not a number when a sector cannot be flown.
+    // The trip fuel for PlanTripFuel: not a number when a sector cannot be flown.
     double TripOrNan() const;
+
+    SettingsState& settings_;
+    AircraftState& aircraft_;
 
     std::string units_, climb_, cruise_, descent_, taxi_, total_, reserve_;
     std::string holding_, contingency_, inTanks_;

@@ -1,5 +1,5 @@
-// What the pilot loaded into the current aircraft: kept in g_app from the loading dialog to the
-// result dialog (and offered again the next time the same aircraft is loaded).
+// What the pilot loaded into the current aircraft: kept in AircraftState from the loading dialog
+// to the result dialog (and offered again the next time the same aircraft is loaded).
 #pragma once
 
 #include <cstdint>

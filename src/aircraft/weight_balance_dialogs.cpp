@@ -5,7 +5,6 @@
 #include <optional>
 
 #include "aircraft/aircraft.hpp"
-#include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
 #include "platform/text.hpp"
@@ -51,11 +50,12 @@ std::vector<EnvelopePoint> EnvelopeOf(std::u16string_view aircraft) {
 bool WeightBalanceLoadingDialog::Open() {
     SetTitle(kTitle);
     rows_.clear();
-    if (g_app.settings.AircraftReg.view().empty() || !FindAircraft(g_app.settings.AircraftReg.view(), aircraft_)) {
+    if (settings_.AircraftReg.view().empty() ||
+        !FindAircraft(settings_.AircraftReg.view(), aircraft_)) {
         platform::ShowError("No current aircraft - choose one with Setup A/c");
         return false;
     }
-    const AircraftLoading& last = g_app.aircraft.WbLoading;
+    const AircraftLoading& last = state_.WbLoading;
     bool again = last.Aircraft == aircraft_.Name;
     bool basicSeen = false;
     for (const StoredStation& s : ReadStations(aircraft_.Name)) {
@@ -149,7 +149,7 @@ bool WeightBalanceLoadingDialog::Ok() {
         }
         loading.Loads.push_back(std::move(load));
     }
-    g_app.aircraft.WbLoading = std::move(loading);
+    state_.WbLoading = std::move(loading);
     return true;
 }
 
@@ -159,7 +159,7 @@ void WeightBalanceLoadingDialog::Close() {
 
 bool WeightBalanceResultDialog::Open() {
     SetTitle(kTitle);
-    const AircraftLoading& loading = g_app.aircraft.WbLoading;
+    const AircraftLoading& loading = state_.WbLoading;
     if (loading.Aircraft.empty() || !FindAircraft(loading.Aircraft, aircraft_)) {
         platform::ShowError("Enter the loads first (Wt. Bal)");
         return false;

@@ -1,7 +1,7 @@
 // The weight-and-balance dialogs of the current aircraft: the loading dialog (a weight for each
 // station, the fuel in the aircraft's fuel units) and the result dialog (total weight, moment,
 // centre of gravity, the envelope graph and the verdict). The loading passes between them in
-// g_app.aircraft.WbLoading.
+// AircraftState::WbLoading.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,9 @@
 #include <string_view>
 #include <vector>
 
+#include "aircraft/aircraft_state.hpp"
 #include "aircraft/weight_balance.hpp"
+#include "settings/settings_state.hpp"
 #include "store/records.hpp"
 
 namespace aerix {
@@ -24,9 +26,12 @@ class WeightBalanceLoadingDialog {
         bool Fixed = false;  // the basic aircraft row: its weight is the aircraft's
     };
 
-    // Reads the current aircraft (g_app.settings.AircraftReg) and its stations; the loads last confirmed
-    // for it are offered again. False, after saying why, when there is no current aircraft or it
-    // has no stations.
+    WeightBalanceLoadingDialog(const SettingsState& settings, AircraftState& state)
+        : settings_(settings), state_(state) {}
+
+    // Reads the current aircraft (settings.AircraftReg) and its stations; the loads last
+    // confirmed for it (state.WbLoading) are offered again. False, after saying why, when there is
+    // no current aircraft or it has no stations.
     bool Open();
     const AircraftRecord& Aircraft() const { return aircraft_; }
     const std::vector<Row>& Rows() const { return rows_; }
@@ -38,11 +43,13 @@ class WeightBalanceLoadingDialog {
 
     // OK: every entry must be a number from 0 to 100000 (empty reads as 0); the first bad one is
     // reported ("ROW1: enter a weight from 0 to 100000 lb") and false comes back. Otherwise the
-    // loading goes to g_app.aircraft.WbLoading.
+    // loading goes to state.WbLoading.
     bool Ok();
     void Close();
 
   private:
+    const SettingsState& settings_;
+    AircraftState& state_;
     AircraftRecord aircraft_;
     std::vector<Row> rows_;
 };
@@ -51,7 +58,9 @@ class WeightBalanceResultDialog {
   public:
     static constexpr std::string_view kTitle = "W&B result";
 
-    // Works out g_app.aircraft.WbLoading against the aircraft's envelope and limits. False, after saying
+    explicit WeightBalanceResultDialog(const AircraftState& state) : state_(state) {}
+
+    // Works out state.WbLoading against the aircraft's envelope and limits. False, after saying
     // so, when no loading was confirmed or its aircraft is gone.
     bool Open();
     void Close();
@@ -65,6 +74,7 @@ class WeightBalanceResultDialog {
     std::vector<std::string> VerdictLines() const;
 
   private:
+    const AircraftState& state_;
     AircraftRecord aircraft_;
     std::vector<EnvelopePoint> envelope_;
     WeightBalanceResult result_;

@@ -69,13 +69,6 @@ std::span<const MenuEntry> MenuTable() {
     return kMenu;
 }
 
-const MenuEntry* FindMenuEntry(unsigned id) {
-    for (const auto& e : kMenu)
-        if (e.id == id)
-            return &e;
-    return nullptr;
-}
-
 MenuState::MenuState() {
     for (const auto& e : kMenu)
         enabled_[e.id] = !e.greyedAtStart;

@@ -20,8 +20,6 @@ struct MenuEntry {
 
 // Every item in menu order.
 std::span<const MenuEntry> MenuTable();
-// The entry for id; nullptr when id is no menu item.
-const MenuEntry* FindMenuEntry(unsigned id);
 
 // Which commands are enabled. Starts from the table's greyed states.
 class MenuState {

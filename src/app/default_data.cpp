@@ -227,8 +227,9 @@ DefaultNavBuild CreateDefaultData() {
         if (h && created)
             return WriteAll(h, DefaultAircraft(), WriteAircraft);
         PropVal key = PropVal::Text(600, std::u16string(g_app.settings.AircraftReg.view()));
-        if (h && h.SeekValue(key) != 0 && ReadAircraft(h, kFromCurrent, 0, g_app.aircraft.CurrentAircraft))
-            ApplyAircraftToState(g_app.aircraft.CurrentAircraft);
+        if (h && h.SeekValue(key) != 0 &&
+            ReadAircraft(h, kFromCurrent, 0, g_app.aircraft.CurrentAircraft))
+            ApplyAircraftToState(g_app.aircraft, g_app.aircraft.CurrentAircraft);
         return !created;
     });
     CreateWhole(CreateStationsDatabase, [](bool created) {

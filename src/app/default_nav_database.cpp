@@ -4,12 +4,14 @@
 #include <fstream>
 #include <sstream>
 
+#include "app/state/app_state.hpp"
 #include "platform/data_root.hpp"
 #include "platform/disk_space.hpp"
 #include "platform/numbered_backup.hpp"
 #include "platform/services.hpp"
 #include "platform/volume_file.hpp"
 #include "store/nav_volume_scope.hpp"
+#include "store/record_store.hpp"
 #include "store/waypoint_import.hpp"
 
 namespace aerix {
@@ -54,7 +56,7 @@ DefaultNavBuild Failed(const fs::path& partial, std::string problem, bool diskFu
 
 DefaultNavBuild CreateDefaultNavDatabase() {
     const platform::DataRoot& root = *platform::Sys().root;
-    fs::path volume = root.Resolve(NavVolumePathOf(kDefaultNavDatabaseName));
+    fs::path volume = root.Resolve(NavVolumePath(kDefaultNavDatabaseName));
     switch (platform::CheckVolumeFile(volume, kDefaultNavDatabaseName)) {
         case platform::VolumeFileState::kMissing:
             break;
@@ -74,15 +76,16 @@ DefaultNavBuild CreateDefaultNavDatabase() {
     if (parsed.records.empty())
         return {};
 
-    volume = root.ResolveForWrite(NavVolumePathOf(kDefaultNavDatabaseName));
+    volume = root.ResolveForWrite(NavVolumePath(kDefaultNavDatabaseName));
     fs::path partial = volume.string() + ".part";
     RemoveVolumeFiles(partial);
     WaypointImportResult result;
     {
-        NavVolumeScope scope(NavVolumeScope::AtFile{partial});
+        NavVolumeScope scope(g_app.nav, NavVolumeScope::AtFile{partial});
         if (!scope.Mounted())
             return Failed(partial, "the volume could not be created", false);
-        result = ImportWaypointsIntoMountedVolume(kDefaultNavDatabaseName, parsed.records);
+        result =
+            ImportWaypointsIntoMountedVolume(g_app.nav, kDefaultNavDatabaseName, parsed.records);
     }
     if (!result.ok)
         return Failed(partial, "the waypoints could not be written", false);

@@ -7,8 +7,8 @@
 namespace aerix {
 
 int LoadingDialogModel::OnTimer() {
-    LoadAirspace();
-    LoadNavDatabase();
+    LoadAirspace(g_app.nav);
+    LoadNavDatabase(g_app.settings, g_app.nav);
     g_app.nav.ArraysPending = 0;
     return 1;
 }

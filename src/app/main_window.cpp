@@ -5,7 +5,6 @@
 #include "app/manual.hpp"
 #include "app/plan_legs.hpp"
 #include "app/state/app_state.hpp"
-#include "app/state/settings.hpp"
 #include "app/state/view_hot_keys.hpp"
 #include "gps/feeds.hpp"
 #include "gps/fix_publication.hpp"
@@ -16,6 +15,7 @@
 #include "planning/sector_dialog.hpp"
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
+#include "settings/settings.hpp"
 #include "store/nav_database_chooser.hpp"
 #include "store/record_store.hpp"
 #include "store/schema.hpp"
@@ -49,10 +49,11 @@ void PaintMapFrame(platform::Canvas& canvas) {
     CanvasReadouts readouts(canvas);
     // Until a position arrives there is nothing to centre on: 0, 0 would choose the world chart.
     if (!g_app.gps.Fix.positionKnown) {
-        PaintMapView(canvas, &readouts, 0);
+        PaintMapView(canvas, &readouts, {g_app.view, g_app.settings, g_app.gps, g_app.leg}, 0);
         return;
     }
-    CenterMapOnPosition(canvas, &readouts, g_app.gps.Fix.longitude * kDegreesPerUnit,
+    CenterMapOnPosition(canvas, &readouts, {g_app.view, g_app.settings, g_app.gps, g_app.leg},
+                        g_app.gps.Fix.longitude * kDegreesPerUnit,
                         g_app.gps.Fix.latitude * kDegreesPerUnit);
 }
 
@@ -61,8 +62,8 @@ MainWindow::MainWindow(WindowHost& host, DialogHost& dialogs)
       dialogs_(dialogs),
       // Reversing recomputes the route itself; an edited sector is recomputed with its own
       // airspeed.
-      reversePlan_(ReversePlan),
-      recomputePlan_([] { RecomputePlanRoute(0); }) {}
+      reversePlan_([] { ReversePlan(g_app.settings, g_app.plan); }),
+      recomputePlan_([] { RecomputePlanRoute(g_app.settings, g_app.plan, 0); }) {}
 
 MainWindow::~MainWindow() {
     instruments_.Stop();
@@ -91,8 +92,8 @@ bool MainWindow::InitInstance() {
     if (host_.RaiseOtherInstance())
         return false;
 
-    CreateDefaultSettings();
-    LoadSettings();
+    CreateDefaultSettings(g_app.settings);
+    LoadSettings(g_app.settings);
     LoadPortDevice(g_app.gps);
     g_app.view.ViewStateWord = kViewStatePreset;
     CreateDefaultData();
@@ -100,7 +101,6 @@ bool MainWindow::InitInstance() {
     // their labels).
     GenerateMissingCharts(DefaultMaps());
     InstallManual();
-    InstallPlanningHooks();
 
     if (!host_.CreateMainWindow())
         return false;
@@ -118,7 +118,7 @@ bool MainWindow::InitInstance() {
         }
     }
 
-    if (g_app.settings.NavDatabaseName.empty() && ChooseNavDatabase() != 0)
+    if (g_app.settings.NavDatabaseName.empty() && ChooseNavDatabase(g_app.settings, g_app.nav) != 0)
         return false;
 
     if (g_app.settings.ActivePlanName.empty()) {
@@ -148,7 +148,7 @@ void MainWindow::OnCommand(unsigned id) {
             // Another plan: the arrays reload, the plan is recomputed with the aircraft's
             // airspeeds and a feed flying the old one stops.
             if (dialogs_.Run(Dialog::OpenPlan) == kDialogOk) {
-                AfterPlanOpened();
+                AfterPlanOpened(g_app.settings, g_app.plan, g_app.nav);
                 StopRunningFeed();
             }
             break;
@@ -179,7 +179,7 @@ void MainWindow::OnCommand(unsigned id) {
             break;
         case kDeleteSector:
             if (platform::AskWarning("Delete highlighted sector?"))
-                DeletePlanSector(g_app.plan.HighlightedSector);
+                DeletePlanSector(g_app.settings, g_app.plan, g_app.plan.HighlightedSector);
             break;
         case kInsertSector:
             if (platform::AskWarning("Insert after highlighted sector?"))
@@ -222,8 +222,9 @@ void MainWindow::OnCommand(unsigned id) {
             // A bitmap chosen to calibrate: shown under the calibration cross.
             if (dialogs_.Run(Dialog::MapLoad) == kDialogOk) {
                 g_app.settings.ViewMode = kViewMapEdit;
-                BeginCalibrationView();
-                LoadMapBitmap(g_app.view.CurrentMapPath.view());
+                BeginCalibrationView(g_app.view);
+                LoadMapBitmap(g_app.view, g_app.settings, g_app.leg,
+                              g_app.view.CurrentMapPath.view());
                 menu_.Enable(kCalibrateNe, true);
                 menu_.Enable(kCalibrateSw, true);
             }
@@ -282,10 +283,10 @@ void MainWindow::OnCommand(unsigned id) {
             dialogs_.Run(Dialog::DatabaseNew);
             break;
         case kDatabaseOpen:
-            ChooseNavDatabase();
+            ChooseNavDatabase(g_app.settings, g_app.nav);
             break;
         case kDatabaseDelete:
-            DeleteNavDatabase();
+            DeleteNavDatabase(g_app.settings);
             break;
         case kPlaybackNorm:
         case kPlaybackFast:
@@ -347,8 +348,8 @@ void MainWindow::NewSector(Dialog dialog) {
 void MainWindow::NextWaypoint() {
     if (g_app.settings.ActivePlanName.empty())
         return;
-    auto h = Sys().store->OpenDatabase(platform::kObjectStoreVolume, g_app.settings.ActivePlanName.view(),
-                                       schema::kSecNumber, 0);
+    auto h = Sys().store->OpenDatabase(platform::kObjectStoreVolume,
+                                       g_app.settings.ActivePlanName.view(), schema::kSecNumber, 0);
     if (!h)
         return;
     std::uint32_t count = h.RecordCount();
@@ -356,7 +357,7 @@ void MainWindow::NextWaypoint() {
     if (g_app.leg.DirectToStartLatitude.load() != 0) {
         // "Next wpt" during a direct-to takes it as reached: on with the plan from there.
         g_app.leg.ActiveSectorIndex =
-            SectorAfterDirectTo(ReadPlanSectors(), g_app.leg.DirectToTargetLatitude,
+            SectorAfterDirectTo(ReadPlanSectors(g_app.settings), g_app.leg.DirectToTargetLatitude,
                                 g_app.leg.DirectToTargetLongitude, g_app.leg.ActiveSectorIndex);
         g_app.leg.DirectToStartLatitude.store(0);
     } else if (count > 0 && g_app.leg.ActiveSectorIndex < count - 1) {
@@ -433,7 +434,9 @@ void MainWindow::PaintInstruments(platform::Canvas& canvas) {
         return;
     drawnFix_ = fix;
     drawnGeneration_ = generation_;
-    instruments_.Start(PrepareInstrumentFrame(), Sys().ui);
+    instruments_.Start(
+        PrepareInstrumentFrame({g_app.view, g_app.settings, g_app.gps, g_app.leg}, g_app.nav),
+        Sys().ui, g_app.gps.InstrumentDrawingRunning);
 }
 
 void MainWindow::ApplyReadouts() {
@@ -500,11 +503,11 @@ void MainWindow::OnPaint(platform::Canvas& canvas) {
             g_app.settings.ViewMode = kViewMapEdit;
             [[fallthrough]];
         case kViewMapEdit:
-            PaintCalibrationView(canvas);
+            PaintCalibrationView(canvas, {g_app.view, g_app.settings, g_app.gps, g_app.leg});
             break;
         case kViewCalibrate:
             host_.Beep();
-            PaintCalibrationView(canvas);
+            PaintCalibrationView(canvas, {g_app.view, g_app.settings, g_app.gps, g_app.leg});
             g_app.settings.ViewMode = kViewMapEdit;
             // The dialog opens once this paint is over.
             host_.Post([this] { dialogs_.Run(Dialog::Calibrate); });
@@ -560,7 +563,7 @@ void MainWindow::OnPenMove(int x, int y) {
     if (g_app.settings.ViewMode == kViewPlan)
         planView_.PenMove(x, y);
     else if (g_app.settings.ViewMode == kViewMapEdit)
-        CalibrationPenMove(x, y);
+        CalibrationPenMove(g_app.view, x, y);
     else
         return;
     Repaint();
@@ -589,7 +592,7 @@ void MainWindow::StopRunningFeed() {
 }
 
 void MainWindow::ExitSequence() {
-    SaveSettings();
+    SaveSettings(g_app.settings);
     SavePortDevice(g_app.gps);
     StopInstruments();
     CloseGpsPort(g_app.gps);

@@ -12,7 +12,8 @@ namespace {
 
 bool ReadLeg(int index, SimLeg* leg) {
     SectorRecord sector;
-    if (index < 0 || !ReadActivePlanSector(static_cast<std::uint32_t>(index), sector))
+    if (index < 0 ||
+        !ReadActivePlanSector(g_app.settings, static_cast<std::uint32_t>(index), sector))
         return false;
     leg->startLatitude = sector.StartLatitude;
     leg->startLongitude = sector.StartLongitude;

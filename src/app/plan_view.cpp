@@ -86,7 +86,7 @@ std::vector<PlanView::Line> PlanView::LayOut(const FlightLog& log, int first) {
 }
 
 void PlanView::Paint(platform::Canvas& canvas) {
-    FlightLog log = BuildFlightLog();
+    FlightLog log = BuildFlightLog(g_app.settings, g_app.plan, g_app.leg);
     int count = static_cast<int>(log.rows.size());
     // Scrolled no further than the first sector from which the last one still shows.
     lastFirst_ = 0;

@@ -2,7 +2,7 @@
 
 #include "platform/registry.hpp"
 #include "platform/services.hpp"
-#include "settings/settings_key.hpp"
+#include "settings/settings.hpp"
 
 namespace aerix {
 

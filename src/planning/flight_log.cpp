@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstdio>
 
-#include "app/state/app_state.hpp"
 #include "platform/services.hpp"
 #include "platform/text.hpp"
 #include "store/record_store.hpp"
@@ -106,20 +105,21 @@ std::string FormatLogTime(double minutes) {
     return buf;
 }
 
-FlightLog BuildFlightLog() {
+FlightLog BuildFlightLog(const SettingsState& settings, const PlanState& plan,
+                         const LegState& leg) {
     FlightLog log;
-    if (g_app.settings.ActivePlanName.empty())
+    if (settings.ActivePlanName.empty())
         return log;
     auto h = platform::Sys().store->OpenDatabase(platform::kObjectStoreVolume,
-                                                 g_app.settings.ActivePlanName.view(), schema::kSecNumber,
+                                                 settings.ActivePlanName.view(), schema::kSecNumber,
                                                  platform::kOpenAutoIncrement);
     for (std::uint32_t i = 0; h; ++i) {
         FlightLogRow row;
         row.oid = ReadSector(h, kFromCurrent, 0, row.sector);
         if (row.oid == 0)
             break;
-        row.active = g_app.settings.GpsSource != kSourceNone && i == g_app.leg.ActiveSectorIndex;
-        row.highlighted = i == g_app.plan.HighlightedSector;
+        row.active = settings.GpsSource != kSourceNone && i == leg.ActiveSectorIndex;
+        row.highlighted = i == plan.HighlightedSector;
         log.totalDistance += row.sector.Distance;
         log.totalTime += row.sector.Time;
         log.totalFuel += row.sector.Fuel;

@@ -7,6 +7,9 @@
 #include <string_view>
 #include <vector>
 
+#include "gps/leg_state.hpp"
+#include "planning/plan_state.hpp"
+#include "settings/settings_state.hpp"
 #include "store/records.hpp"
 
 namespace aerix {
@@ -18,7 +21,7 @@ struct FlightLogRow {
     std::uint32_t oid = 0;
     SectorRecord sector;
     bool active = false;       // the sector being flown while a feed runs
-    bool highlighted = false;  // the one the sector commands act on (g_app.plan.HighlightedSector)
+    bool highlighted = false;  // the one the sector commands act on (PlanState::HighlightedSector)
 
     // False when the wind leaves no ground speed (0 kt or less): the sector cannot be flown, and
     // its stored time and fuel mean nothing.
@@ -56,8 +59,9 @@ struct FlightLog {
 inline constexpr std::string_view kNoTime = "--:--";
 inline constexpr std::string_view kNoFuel = "---";
 
-// Reads the active plan; an empty log when it has no sectors or cannot be opened.
-FlightLog BuildFlightLog();
+// Reads the active plan; an empty log when it has no sectors or cannot be opened. The sector
+// being flown is marked only while a feed runs.
+FlightLog BuildFlightLog(const SettingsState& settings, const PlanState& plan, const LegState& leg);
 
 // Minutes as "h:mm" (rounded to the minute); "--:--" for a time that is not finite.
 std::string FormatLogTime(double minutes);

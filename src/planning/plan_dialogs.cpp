@@ -1,6 +1,5 @@
 #include "planning/plan_dialogs.hpp"
 
-#include "app/state/app_state.hpp"
 #include "planning/sector_computation.hpp"
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
@@ -35,10 +34,10 @@ int NewPlanDialog::Ok() {
             StoreFailureText(platform::LastStoreError(), "Could not create new plan"));
         return 1;
     }
-    g_app.settings.CurrentPlanId = oid;
-    g_app.settings.ActivePlanName.assign(name_);
-    g_app.plan.PlanSectorCount = 0;
-    g_app.plan.HighlightedSector = 0;
+    settings_.CurrentPlanId = oid;
+    settings_.ActivePlanName.assign(name_);
+    plan_.PlanSectorCount = 0;
+    plan_.HighlightedSector = 0;
     if (platform::Sys().ui)
         platform::Sys().ui->InvalidateMainWindow(true);
     return 1;
@@ -58,24 +57,27 @@ int OpenPlanDialog::Choose(int index) {
     if (index < 0 || index >= static_cast<int>(entries_.size()))
         return 0;
     const std::u16string& name = entries_[static_cast<std::size_t>(index)];
-    g_app.settings.ActivePlanName.assign(name);
-    { DbHandle h = OpenDatabase(name, schema::kSecNumber); }
-    g_app.settings.CurrentPlanId = g_app.nav.LastOpenedDatabaseId;
-    g_app.plan.HighlightedSector = 0;
+    settings_.ActivePlanName.assign(name);
+    {
+        // A plan that cannot be opened leaves no current plan id.
+        DbHandle h = OpenDatabase(name, schema::kSecNumber);
+        settings_.CurrentPlanId = h ? h.DatabaseOid() : 0;
+    }
+    plan_.HighlightedSector = 0;
     return End(1);
 }
 
-void AfterPlanOpened() {
-    g_app.nav.ArraysPending = 1;
-    RefreshPlanSectorCount();
-    RecomputePlan(1);
+void AfterPlanOpened(const SettingsState& settings, PlanState& plan, NavDataState& nav) {
+    nav.ArraysPending = 1;
+    RefreshPlanSectorCount(settings, plan);
+    RecomputePlan(settings, plan, 1);
 }
 
 int DeletePlanDialog::Choose(int index) {
     if (index < 0 || index >= static_cast<int>(entries_.size()))
         return 0;
     const std::u16string& name = entries_[static_cast<std::size_t>(index)];
-    if (name == g_app.settings.ActivePlanName.view()) {
+    if (name == settings_.ActivePlanName.view()) {
         platform::ShowNotice("Cannot delete - active plan", "Warning");
         return End(1);
     }

@@ -5,7 +5,6 @@
 #include <utility>
 #include <vector>
 
-#include "app/state/app_state.hpp"
 #include "gps/nav_math.hpp"
 #include "planning/wind_table.hpp"
 #include "platform/numeric.hpp"
@@ -25,19 +24,21 @@ struct PlanSector {
     SectorRecord record;
 };
 
-bool ReadActiveAircraft(AircraftRecord& aircraft) {
+bool ReadActiveAircraft(const SettingsState& settings, AircraftRecord& aircraft) {
     std::uint32_t count = 0;
     DbHandle h = OpenDatabase(schema::kAircraftName, schema::kAcName, &count);
     if (!h || count == 0)
         return false;
-    platform::PropVal key = platform::PropVal::Text(600, std::u16string(g_app.settings.AircraftReg.view()));
+    platform::PropVal key =
+        platform::PropVal::Text(600, std::u16string(settings.AircraftReg.view()));
     return h.SeekValue(key) != 0 && ReadAircraft(h, kFromCurrent, 0, aircraft) != 0;
 }
 
 // The sectors in sector-number order; false when the plan cannot be opened (already said).
-bool ReadPlan(DbHandle& h, std::vector<PlanSector>& sectors) {
+bool ReadPlan(const SettingsState& settings, PlanState& plan, DbHandle& h,
+              std::vector<PlanSector>& sectors) {
     std::uint32_t count = 0;
-    h = OpenDatabase(g_app.settings.ActivePlanName.view(), schema::kSecNumber, &count);
+    h = OpenDatabase(settings.ActivePlanName.view(), schema::kSecNumber, &count);
     if (!h)
         return false;
     sectors.reserve(count);
@@ -48,7 +49,7 @@ bool ReadPlan(DbHandle& h, std::vector<PlanSector>& sectors) {
             break;
         sectors.push_back(std::move(s));
     }
-    g_app.plan.PlanSectorCount = static_cast<std::uint32_t>(sectors.size());
+    plan.PlanSectorCount = static_cast<std::uint32_t>(sectors.size());
     return true;
 }
 
@@ -95,14 +96,14 @@ void ComputeSector(SectorRecord& s, const AircraftRecord& a, int refreshAirspeed
 
 // Every sector is rewritten, as one change: a plan half recomputed would have legs that start
 // away from where the one before ends.
-bool Recompute(int refreshAirspeeds, bool route) {
+bool Recompute(const SettingsState& settings, PlanState& plan, int refreshAirspeeds, bool route) {
     AircraftRecord aircraft;
-    if (!ReadActiveAircraft(aircraft))
+    if (!ReadActiveAircraft(settings, aircraft))
         return true;
     RecordTransaction tx;
     DbHandle h;
     std::vector<PlanSector> sectors;
-    if (!tx.Open() || !ReadPlan(h, sectors))
+    if (!tx.Open() || !ReadPlan(settings, plan, h, sectors))
         return false;
     for (std::size_t i = 0; i < sectors.size(); ++i) {
         SectorRecord& s = sectors[i].record;
@@ -138,20 +139,20 @@ double MagneticHeadingOf(double variation, double trueHeading) {
     return magnetic;
 }
 
-bool RecomputePlan(int refreshAirspeeds) {
-    return Recompute(refreshAirspeeds, false);
+bool RecomputePlan(const SettingsState& settings, PlanState& plan, int refreshAirspeeds) {
+    return Recompute(settings, plan, refreshAirspeeds, false);
 }
 
-bool RecomputePlanRoute(int refreshAirspeeds) {
-    return Recompute(refreshAirspeeds, true);
+bool RecomputePlanRoute(const SettingsState& settings, PlanState& plan, int refreshAirspeeds) {
+    return Recompute(settings, plan, refreshAirspeeds, true);
 }
 
 // The renumbering and the route recomputed after it are one change.
-bool ReversePlan() {
+bool ReversePlan(const SettingsState& settings, PlanState& plan) {
     RecordTransaction tx;
     DbHandle h;
     std::vector<PlanSector> sectors;
-    if (!tx.Open() || !ReadPlan(h, sectors))
+    if (!tx.Open() || !ReadPlan(settings, plan, h, sectors))
         return false;
     auto n = static_cast<std::int16_t>(sectors.size());
     for (std::size_t i = 0; i < sectors.size(); ++i) {
@@ -165,23 +166,19 @@ bool ReversePlan() {
             return false;
     }
     h.Close();
-    return RecomputePlanRoute(0) && tx.Commit();
+    return RecomputePlanRoute(settings, plan, 0) && tx.Commit();
 }
 
-std::uint32_t RefreshPlanSectorCount() {
+std::uint32_t RefreshPlanSectorCount(const SettingsState& settings, PlanState& plan) {
     std::uint32_t count = 0;
-    if (!g_app.settings.ActivePlanName.empty()) {
+    if (!settings.ActivePlanName.empty()) {
         auto h = platform::Sys().store->OpenDatabase(
-            platform::kObjectStoreVolume, g_app.settings.ActivePlanName.view(), schema::kSecNumber, 0);
+            platform::kObjectStoreVolume, settings.ActivePlanName.view(), schema::kSecNumber, 0);
         if (h)
             count = h.RecordCount();
     }
-    g_app.plan.PlanSectorCount = count;
+    plan.PlanSectorCount = count;
     return count;
-}
-
-void InstallPlanningHooks() {
-    SetSectorDeletedHook([] { RecomputePlanRoute(0); });
 }
 
 }  // namespace aerix

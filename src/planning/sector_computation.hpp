@@ -7,6 +7,9 @@
 
 #include <cstdint>
 
+#include "planning/plan_state.hpp"
+#include "settings/settings_state.hpp"
+
 namespace aerix {
 
 // The ground speed a sector stores: the whole knots nearest, halves rounding up.
@@ -16,22 +19,19 @@ double MagneticHeadingOf(double variation, double trueHeading);
 
 // refreshAirspeeds 1: each sector takes the current aircraft's true airspeed for its phase (and
 // stores it); 0: it keeps its own. Course and distance stay as stored. Stops silently when the
-// aircraft database holds no aircraft or none named by g_app.settings.AircraftReg. Every sector is
+// aircraft database holds no aircraft or none named by settings.AircraftReg. Every sector is
 // rewritten in one transaction: false (after the store's message) when none of it is kept.
-bool RecomputePlan(int refreshAirspeeds);
+bool RecomputePlan(const SettingsState& settings, PlanState& plan, int refreshAirspeeds);
 // As RecomputePlan, after starting each sector but the first where the one before ends (names
 // and idents along with the position) and recomputing its rhumb-line course and distance.
-bool RecomputePlanRoute(int refreshAirspeeds);
+bool RecomputePlanRoute(const SettingsState& settings, PlanState& plan, int refreshAirspeeds);
 
 // "Reverse current plan?": each sector's start and end swap, the last becomes the first, and the
 // route is recomputed, all in one transaction. False (after the store's message) when the plan is
 // left as it was.
-bool ReversePlan();
+bool ReversePlan(const SettingsState& settings, PlanState& plan);
 
-// The number of sectors of the active plan, quietly 0 without one; kept in g_app.plan.PlanSectorCount.
-std::uint32_t RefreshPlanSectorCount();
-
-// Makes deleting a sector recompute the route.
-void InstallPlanningHooks();
+// The number of sectors of the active plan, quietly 0 without one; kept in plan.PlanSectorCount.
+std::uint32_t RefreshPlanSectorCount(const SettingsState& settings, PlanState& plan);
 
 }  // namespace aerix

@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <vector>
 
-#include "app/state/app_state.hpp"
 #include "gps/nav_math.hpp"
 #include "planning/sector_computation.hpp"
 #include "platform/message_box.hpp"
@@ -36,8 +35,8 @@ std::vector<StoredSector> ReadAll(DbHandle& h) {
     return all;
 }
 
-std::vector<StoredSector> ReadActivePlan() {
-    DbHandle h = OpenDatabase(g_app.settings.ActivePlanName.view(), schema::kSecNumber);
+std::vector<StoredSector> ReadActivePlan(const SettingsState& settings) {
+    DbHandle h = OpenDatabase(settings.ActivePlanName.view(), schema::kSecNumber);
     return h ? ReadAll(h) : std::vector<StoredSector>{};
 }
 
@@ -56,18 +55,19 @@ std::string FormatVariation(double degrees) {
 }
 
 // The current aircraft's true airspeed for a phase; 0 without one.
-std::int16_t AircraftTas(int phase) {
+std::int16_t AircraftTas(const SettingsState& settings, int phase) {
     DbHandle h = OpenDatabase(schema::kAircraftName, schema::kAcName);
     AircraftRecord a;
-    platform::PropVal key = platform::PropVal::Text(600, std::u16string(g_app.settings.AircraftReg.view()));
+    platform::PropVal key =
+        platform::PropVal::Text(600, std::u16string(settings.AircraftReg.view()));
     if (!h || h.SeekValue(key) == 0 || ReadAircraft(h, kFromCurrent, 0, a) == 0)
         return 0;
     return phase == 1 ? a.ClimbTas : phase == 2 ? a.CruiseTas : a.DescentTas;
 }
 
 // Renumbers the sectors 1, 2, 3 ... in their order; false when a write failed.
-bool Renumber() {
-    DbHandle h = OpenDatabase(g_app.settings.ActivePlanName.view(), schema::kSecNumber);
+bool Renumber(const SettingsState& settings) {
+    DbHandle h = OpenDatabase(settings.ActivePlanName.view(), schema::kSecNumber);
     if (!h)
         return false;
     auto all = ReadAll(h);
@@ -84,10 +84,11 @@ bool Renumber() {
 
 }  // namespace
 
-SectorDialog SectorDialog::ForNew() {
-    SectorDialog d;
+SectorDialog SectorDialog::ForNew(const SettingsState& settings, PlanState& plan,
+                                  NavDataState& nav) {
+    SectorDialog d(settings, plan, nav);
     d.mode_ = Mode::kNew;
-    auto all = ReadActivePlan();
+    auto all = ReadActivePlan(settings);
     d.index_ = static_cast<std::uint32_t>(all.size());
     if (!all.empty()) {
         const SectorRecord& last = all.back().record;
@@ -99,11 +100,12 @@ SectorDialog SectorDialog::ForNew() {
     return d;
 }
 
-SectorDialog SectorDialog::ForInsert(std::uint32_t after) {
-    auto all = ReadActivePlan();
+SectorDialog SectorDialog::ForInsert(const SettingsState& settings, PlanState& plan,
+                                     NavDataState& nav, std::uint32_t after) {
+    auto all = ReadActivePlan(settings);
     if (after >= all.size())
-        return ForNew();
-    SectorDialog d;
+        return ForNew(settings, plan, nav);
+    SectorDialog d(settings, plan, nav);
     d.mode_ = Mode::kInsert;
     d.index_ = after;
     const SectorRecord& before = all[after].record;
@@ -114,11 +116,12 @@ SectorDialog SectorDialog::ForInsert(std::uint32_t after) {
     return d;
 }
 
-std::optional<SectorDialog> SectorDialog::ForEdit(std::uint32_t index) {
-    auto all = ReadActivePlan();
+std::optional<SectorDialog> SectorDialog::ForEdit(const SettingsState& settings, PlanState& plan,
+                                                  NavDataState& nav, std::uint32_t index) {
+    auto all = ReadActivePlan(settings);
     if (index >= all.size())
         return std::nullopt;
-    SectorDialog d;
+    SectorDialog d(settings, plan, nav);
     d.mode_ = Mode::kEdit;
     d.index_ = index;
     d.oid_ = all[index].oid;
@@ -208,7 +211,7 @@ int SectorDialog::Ok() {
     s.EndLongitude = end_->longitude;
     s.AltitudeText = Utf8ToUtf16(std::to_string(*feet));
     if (mode_ != Mode::kEdit || s.Phase != phase_ || s.TrueAirspeed == 0)
-        s.TrueAirspeed = AircraftTas(phase_);
+        s.TrueAirspeed = AircraftTas(settings_, phase_);
     s.Phase = static_cast<std::int16_t>(phase_);
     s.Variation = *variation;
     // Anything but the still-air text takes the wind table's wind at the next recomputation.
@@ -223,7 +226,7 @@ int SectorDialog::Ok() {
     if (!tx.Open())
         return 0;
     {
-        DbHandle h = OpenDatabase(g_app.settings.ActivePlanName.view(), schema::kSecNumber);
+        DbHandle h = OpenDatabase(settings_.ActivePlanName.view(), schema::kSecNumber);
         if (!h)
             return 0;
         auto all = ReadAll(h);
@@ -244,60 +247,63 @@ int SectorDialog::Ok() {
                 return 0;
         }
     }
-    RefreshPlanSectorCount();
-    bool kept = RecomputePlanRoute(0) && tx.Commit();
-    RefreshPlanSectorCount();
+    RefreshPlanSectorCount(settings_, plan_);
+    bool kept = RecomputePlanRoute(settings_, plan_, 0) && tx.Commit();
+    RefreshPlanSectorCount(settings_, plan_);
     if (!kept)
         return 0;
     if (mode_ != Mode::kEdit)
-        g_app.nav.ArraysPending = 1;
+        nav_.ArraysPending = 1;
     return 1;
 }
 
-bool DeletePlanSector(std::uint32_t index) {
+bool DeletePlanSector(const SettingsState& settings, PlanState& plan, std::uint32_t index) {
     // The delete decides whether to recompute from the loaded count, so it must be current.
-    RefreshPlanSectorCount();
-    if (index >= g_app.plan.PlanSectorCount)
+    RefreshPlanSectorCount(settings, plan);
+    if (index >= plan.PlanSectorCount)
         return false;
     // The delete, the route recomputed after it and the renumbering are one change.
     bool kept = false;
     {
         RecordTransaction tx;
-        kept = tx.Open() && DeleteSector(index) && Renumber() && tx.Commit();
+        kept = tx.Open() &&
+               DeleteSector(settings, plan.PlanSectorCount, index,
+                            [&settings, &plan] { RecomputePlanRoute(settings, plan, 0); }) &&
+               Renumber(settings) && tx.Commit();
     }
-    std::uint32_t count = RefreshPlanSectorCount();
+    std::uint32_t count = RefreshPlanSectorCount(settings, plan);
     if (!kept)
         return false;
-    if (g_app.plan.HighlightedSector >= count)
-        g_app.plan.HighlightedSector = count ? count - 1 : 0;
+    if (plan.HighlightedSector >= count)
+        plan.HighlightedSector = count ? count - 1 : 0;
     return true;
 }
 
-bool DirectTo(const SectorEnd& waypoint) {
+bool DirectTo(LegState& leg, const GpsFix& fix, const SectorEnd& waypoint) {
     // The leg starts at the present position: without a fix there is none (and a start
     // latitude of 0 would read as no direct-to at all).
-    if (!g_app.gps.Fix.positionKnown) {
+    if (!fix.positionKnown) {
         platform::ShowError(kDirectToNoFixText);
         return false;
     }
-    std::int32_t lat = TruncInt32(g_app.gps.Fix.latitude);
-    std::int32_t lon = TruncInt32(g_app.gps.Fix.longitude);
+    std::int32_t lat = TruncInt32(fix.latitude);
+    std::int32_t lon = TruncInt32(fix.longitude);
     double course = 0.0;
     double distance = 0.0;
     CourseDistance(lat, lon, waypoint.latitude, waypoint.longitude, course, distance, 0);
-    g_app.leg.DirectToName = waypoint.ident.empty() ? waypoint.name : waypoint.ident;
-    g_app.leg.DirectToTargetLatitude = waypoint.latitude;
-    g_app.leg.DirectToTargetLongitude = waypoint.longitude;
-    g_app.leg.DirectToStartLongitude.store(lon);
-    g_app.leg.DirectToCourse.store(TruncInt32(course));
-    g_app.leg.DirectToStartLatitude.store(lat);
-    g_app.leg.LegChange.store(1);
+    leg.DirectToName = waypoint.ident.empty() ? waypoint.name : waypoint.ident;
+    leg.DirectToTargetLatitude = waypoint.latitude;
+    leg.DirectToTargetLongitude = waypoint.longitude;
+    leg.DirectToStartLongitude.store(lon);
+    leg.DirectToCourse.store(TruncInt32(course));
+    leg.DirectToStartLatitude.store(lat);
+    leg.LegChange.store(1);
     return true;
 }
 
-void ResumePlan() {
-    g_app.leg.DirectToStartLatitude.store(0);
-    g_app.leg.LegChange.store(1);
+void ResumePlan(LegState& leg) {
+    leg.DirectToStartLatitude.store(0);
+    leg.LegChange.store(1);
 }
 
 }  // namespace aerix

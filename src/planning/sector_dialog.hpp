@@ -9,7 +9,12 @@
 #include <string>
 #include <string_view>
 
+#include "gps/gps_fix.hpp"
+#include "gps/leg_state.hpp"
+#include "planning/plan_state.hpp"
 #include "planning/waypoint_search.hpp"
+#include "settings/settings_state.hpp"
+#include "store/nav_data_state.hpp"
 #include "store/records.hpp"
 
 namespace aerix {
@@ -18,12 +23,16 @@ class SectorDialog {
   public:
     enum class Mode { kNew, kInsert, kEdit };
 
+    // The plan and aircraft are the ones settings names; OK keeps plan's sector count and, when
+    // it added a sector, has nav reload its arrays.
     // A sector appended to the active plan; it starts where the last one ends.
-    static SectorDialog ForNew();
+    static SectorDialog ForNew(const SettingsState& settings, PlanState& plan, NavDataState& nav);
     // A sector inserted after the sector at index after (0 = first); it starts where that ends.
-    static SectorDialog ForInsert(std::uint32_t after);
+    static SectorDialog ForInsert(const SettingsState& settings, PlanState& plan, NavDataState& nav,
+                                  std::uint32_t after);
     // The sector at index; nothing when the plan has no such sector.
-    static std::optional<SectorDialog> ForEdit(std::uint32_t index);
+    static std::optional<SectorDialog> ForEdit(const SettingsState& settings, PlanState& plan,
+                                               NavDataState& nav, std::uint32_t index);
 
     Mode GetMode() const { return mode_; }
     // Only the plan's first sector chooses its start; the others start where the one before
@@ -53,8 +62,13 @@ class SectorDialog {
     int Ok();
 
   private:
+    SectorDialog(const SettingsState& settings, PlanState& plan, NavDataState& nav)
+        : settings_(settings), plan_(plan), nav_(nav) {}
     void FillVariation();
 
+    const SettingsState& settings_;
+    PlanState& plan_;
+    NavDataState& nav_;
     Mode mode_ = Mode::kNew;
     std::uint32_t index_ = 0;  // the sector edited, or the one inserted after
     std::uint32_t oid_ = 0;
@@ -70,15 +84,15 @@ class SectorDialog {
 
 // Deletes the sector at index of the active plan: the route is recomputed (so the next sector
 // starts where the one before ends) and the sectors after it move up. False when there is none.
-bool DeletePlanSector(std::uint32_t index);
+bool DeletePlanSector(const SettingsState& settings, PlanState& plan, std::uint32_t index);
 
-// Direct to a waypoint from the present position: the leg starts here (whole CentiMinutes) on the
-// rhumb-line course to it (whole degrees), the waypoint becomes the one every readout is to, and
-// the leg being flown ends. Refused, with kDirectToNoFixText, before the first fix.
+// Direct to a waypoint from the present position (fix): the leg starts here (whole CentiMinutes) on
+// the rhumb-line course to it (whole degrees), the waypoint becomes the one every readout is to,
+// and the leg being flown ends. Refused, with kDirectToNoFixText, before the first fix.
 inline constexpr const char* kDirectToNoFixText =
     "No GPS position yet: a direct-to starts at the present position";
-bool DirectTo(const SectorEnd& waypoint);
+bool DirectTo(LegState& leg, const GpsFix& fix, const SectorEnd& waypoint);
 // "Resume plan": back to the plan's legs.
-void ResumePlan();
+void ResumePlan(LegState& leg);
 
 }  // namespace aerix

@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include "app/state/app_state.hpp"
 #include "gps/position_text.hpp"
 #include "platform/message_box.hpp"
 #include "platform/numeric.hpp"
@@ -11,20 +10,21 @@
 
 namespace aerix {
 
-std::vector<WaypointRecord> SearchWaypoints(std::u16string_view text) {
+std::vector<WaypointRecord> SearchWaypoints(const SettingsState& settings, NavDataState& nav,
+                                            std::u16string_view text) {
     std::vector<WaypointRecord> found;
-    if (g_app.settings.NavDatabaseName.empty()) {
+    if (settings.NavDatabaseName.empty()) {
         platform::ShowError("Choose a navigation database first");
         return found;
     }
-    g_app.nav.NavSearchKey = g_app.settings.IcaoSearch ? schema::kWptIdent : schema::kWptName;
-    MountNavVolume();
+    nav.NavSearchKey = settings.IcaoSearch ? schema::kWptIdent : schema::kWptName;
+    MountNavVolume(settings, nav);
     {
-        DbHandle h = OpenNavDatabase(g_app.settings.NavDatabaseName.view(), g_app.nav.NavSearchKey);
+        DbHandle h = OpenNavDatabase(nav, settings.NavDatabaseName.view(), nav.NavSearchKey);
         std::vector<std::uint32_t> hits;
         std::u16string scratch;
         for (std::uint32_t index = 0; h; ++index) {
-            int match = ReadNavSearch(h, text, scratch);
+            int match = ReadNavSearch(nav, h, text, scratch);
             if (match < 0)
                 break;
             if (match == 1)
@@ -36,7 +36,7 @@ std::vector<WaypointRecord> SearchWaypoints(std::u16string_view text) {
                 found.push_back(std::move(w));
         }
     }
-    UnmountNavVolume();
+    UnmountNavVolume(nav);
     return found;
 }
 

@@ -1,5 +1,5 @@
 // Finding a sector's ends in the current navigation database: by name, or by ICAO identifier when
-// g_app.settings.IcaoSearch is set. The match is a case-sensitive substring, as the record store's search
+// settings.IcaoSearch is set. The match is a case-sensitive substring, as the record store's search
 // read does it.
 #pragma once
 
@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "settings/settings_state.hpp"
+#include "store/nav_data_state.hpp"
 #include "store/records.hpp"
 
 namespace aerix {
@@ -21,10 +23,11 @@ struct SectorEnd {
     std::int32_t longitude = 0;
 };
 
-// The matching waypoints in the order of the searched key. Mounts the nav volume of
-// g_app.settings.NavDatabaseName for the search and unmounts it after; with no database chosen says
-// "Choose a navigation database first" and finds nothing.
-std::vector<WaypointRecord> SearchWaypoints(std::u16string_view text);
+// The matching waypoints in the order of the searched key (left in nav.NavSearchKey). Mounts the
+// nav volume of settings.NavDatabaseName for the search and unmounts it after; with no database
+// chosen says "Choose a navigation database first" and finds nothing.
+std::vector<WaypointRecord> SearchWaypoints(const SettingsState& settings, NavDataState& nav,
+                                            std::u16string_view text);
 
 SectorEnd SectorEndOf(const WaypointRecord& waypoint);
 

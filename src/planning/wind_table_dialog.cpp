@@ -123,7 +123,7 @@ void WindTableDialog::Delete() {
 }
 
 int WindTableDialog::Close(int code) {
-    RecomputePlan(0);
+    RecomputePlan(settings_, plan_, 0);
     return code;
 }
 

@@ -9,7 +9,9 @@
 #include <string_view>
 #include <vector>
 
+#include "planning/plan_state.hpp"
 #include "platform/object_store.hpp"
+#include "settings/settings_state.hpp"
 
 namespace aerix {
 
@@ -44,6 +46,10 @@ class WindTableDialog {
   public:
     static constexpr std::string_view kTitle = "Wind Table";
 
+    // Closing recomputes the plan settings names.
+    WindTableDialog(const SettingsState& settings, PlanState& plan)
+        : settings_(settings), plan_(plan) {}
+
     // Sets the title and fills the list.
     void Open();
     // Refills the list from "WindTable", one line per row in altitude order.
@@ -70,6 +76,8 @@ class WindTableDialog {
     int Ok() { return Close(1); }
 
   private:
+    const SettingsState& settings_;
+    PlanState& plan_;
     std::vector<std::string> lines_;
     std::vector<platform::CeOid> oids_;
     int selected_ = -1;

@@ -7,6 +7,7 @@
 #include <QRadioButton>
 
 #include "aircraft/fuel_plan_dialog.hpp"
+#include "app/state/app_state.hpp"
 #include "qt/dialog_frame.hpp"
 #include "qt/widget_support.hpp"
 
@@ -103,7 +104,7 @@ class FuelPlanWidget : public DialogFrame {
             entry->setText(shown);
     }
 
-    FuelPlanDialog model_;
+    FuelPlanDialog model_{g_app.settings, g_app.aircraft};
     QLabel* units_;
     QRadioButton* calculate_;
     QRadioButton* loaded_;

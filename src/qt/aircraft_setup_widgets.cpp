@@ -12,6 +12,7 @@
 
 #include "aircraft/aircraft_setup_dialog.hpp"
 #include "aircraft/weight_balance.hpp"
+#include "app/state/app_state.hpp"
 #include "qt/aircraft_dialog_widgets.hpp"
 #include "qt/dialog_frame.hpp"
 #include "qt/widget_support.hpp"
@@ -306,7 +307,7 @@ class AircraftSetupWidget : public DialogFrame {
 
     void Fill() { model_.Select(RefillList(list_, model_.Lines(), model_.Selected())); }
 
-    AircraftSetupDialog model_;
+    AircraftSetupDialog model_{g_app.settings, g_app.aircraft, g_app.plan};
     QListWidget* list_;
 };
 

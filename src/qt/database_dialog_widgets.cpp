@@ -40,7 +40,9 @@ class NewDatabaseWidget : public DialogFrame {
     }
 
   protected:
-    bool OnOk() override { return NewNavDatabase(ToUtf8(name_->text())); }
+    bool OnOk() override {
+        return NewNavDatabase(g_app.settings, g_app.nav, ToUtf8(name_->text()));
+    }
 
   private:
     QLineEdit* name_;
@@ -118,8 +120,9 @@ class WaypointFormWidget : public DialogFrame {
 };
 
 int RunAddWaypoint(QWidget* parent) {
-    WaypointFormWidget dialog(parent, QStringLiteral("Add waypoint"), WaypointForm{},
-                              [](const WaypointForm& form) { return AddWaypoint(form); });
+    WaypointFormWidget dialog(
+        parent, QStringLiteral("Add waypoint"), WaypointForm{},
+        [](const WaypointForm& form) { return AddWaypoint(g_app.settings, g_app.nav, form); });
     return dialog.Run();
 }
 
@@ -160,7 +163,7 @@ class WaypointListWidget : public DialogFrame {
             const NavListLine* line = Selected();
             if (!line)
                 platform::ShowError(kSelectFirst);
-            else if (DeleteWaypointAt(line->index))
+            else if (DeleteWaypointAt(g_app.settings, g_app.nav, line->index))
                 Fill();
         });
         Fill();
@@ -168,7 +171,7 @@ class WaypointListWidget : public DialogFrame {
 
   private:
     void Fill() {
-        lines_ = ListNavDatabase(ToUtf8(search_->text()));
+        lines_ = ListNavDatabase(g_app.settings, g_app.nav, ToUtf8(search_->text()));
         list_->clear();
         for (const auto& line : lines_)
             list_->addItem(ToQString(line.text));
@@ -188,11 +191,13 @@ class WaypointListWidget : public DialogFrame {
             platform::ShowError(kSelectFirst);
             return;
         }
-        if (!ReadWaypointForEdit(line->oid, form))
+        if (!ReadWaypointForEdit(g_app.settings, g_app.nav, line->oid, form))
             return;
         platform::CeOid oid = line->oid;
         WaypointFormWidget dialog(this, QStringLiteral("Edit waypoint"), std::move(form),
-                                  [oid](const WaypointForm& f) { return EditWaypoint(oid, f); });
+                                  [oid](const WaypointForm& f) {
+                                      return EditWaypoint(g_app.settings, g_app.nav, oid, f);
+                                  });
         if (dialog.Run() == kDialogOk)
             Fill();
     }

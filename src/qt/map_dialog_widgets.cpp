@@ -7,6 +7,7 @@
 #include <QHBoxLayout>
 #include <QListWidget>
 
+#include "app/state/app_state.hpp"
 #include "qt/dialog_frame.hpp"
 #include "qt/widget_support.hpp"
 #include "views/map_management.hpp"
@@ -59,7 +60,7 @@ class LoadBitmapWidget : public DialogFrame {
     bool OnOk() override { return false; }
 
   private:
-    LoadBitmapDialog model_;
+    LoadBitmapDialog model_{g_app.view};
     QListWidget* storage_;
     QListWidget* bitmaps_;
 };
@@ -118,7 +119,7 @@ class CalibrateWidget : public DialogFrame {
         form->addRow(label, row);
     }
 
-    CalibrateDialog model_;
+    CalibrateDialog model_{g_app.view};
 };
 
 // "Calibrated maps": the charts by file name; Remove asks first.

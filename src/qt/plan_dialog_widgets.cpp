@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 
+#include "app/state/app_state.hpp"
 #include "planning/plan_dialogs.hpp"
 #include "platform/text.hpp"
 #include "qt/dialog_frame.hpp"
@@ -38,7 +39,7 @@ class NewPlanWidget : public DialogFrame {
     }
 
   private:
-    NewPlanDialog model_;
+    NewPlanDialog model_{g_app.settings, g_app.plan};
     QLineEdit* name_;
 };
 
@@ -46,7 +47,8 @@ class NewPlanWidget : public DialogFrame {
 template <typename Model>
 class PlanListWidget : public DialogFrame {
   public:
-    explicit PlanListWidget(QWidget* parent) : DialogFrame(parent, ToQString(Model::kTitle)) {
+    PlanListWidget(QWidget* parent, Model model)
+        : DialogFrame(parent, ToQString(Model::kTitle)), model_(std::move(model)) {
         model_.Open();
         list_ = new QListWidget(this);
         list_->setObjectName("plans");
@@ -82,8 +84,14 @@ int RunFrame(QWidget* parent) {
 
 void RegisterPlanDialogs(QtDialogHost& host) {
     host.Register(Dialog::NewPlan, RunFrame<NewPlanWidget>);
-    host.Register(Dialog::OpenPlan, RunFrame<PlanListWidget<OpenPlanDialog>>);
-    host.Register(Dialog::DeletePlan, RunFrame<PlanListWidget<DeletePlanDialog>>);
+    host.Register(Dialog::OpenPlan, [](QWidget* parent) {
+        PlanListWidget<OpenPlanDialog> dialog(parent, OpenPlanDialog(g_app.settings, g_app.plan));
+        return dialog.Run();
+    });
+    host.Register(Dialog::DeletePlan, [](QWidget* parent) {
+        PlanListWidget<DeletePlanDialog> dialog(parent, DeletePlanDialog(g_app.settings));
+        return dialog.Run();
+    });
 }
 
 }  // namespace aerix::qt

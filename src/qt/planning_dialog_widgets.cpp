@@ -54,7 +54,7 @@ class SectorWidget : public DialogFrame {
         search_ = new QLineEdit(this);
         search_->setObjectName("search");
         search_->setPlaceholderText(g_app.settings.IcaoSearch ? QStringLiteral("ICAO code")
-                                                     : QStringLiteral("Waypoint name"));
+                                                              : QStringLiteral("Waypoint name"));
         auto* find = new QPushButton(QStringLiteral("Find"), this);
         find->setObjectName("find");
         searchRow->addWidget(search_, 1);
@@ -110,7 +110,7 @@ class SectorWidget : public DialogFrame {
             Body()->addLayout(row);
             connect(direct, &QPushButton::clicked, this, [this] { OnDirectTo(); });
             connect(resume, &QPushButton::clicked, this, [this] {
-                ResumePlan();
+                ResumePlan(g_app.leg);
                 done(kDialogCancel);
             });
         }
@@ -146,7 +146,7 @@ class SectorWidget : public DialogFrame {
   private:
     void OnFind() {
         found_->clear();
-        results_ = SearchWaypoints(search_->text().toStdU16String());
+        results_ = SearchWaypoints(g_app.settings, g_app.nav, search_->text().toStdU16String());
         for (const auto& w : results_)
             found_->addItem(ToQString(w.Name) + QStringLiteral("  ") + ToQString(w.Ident));
     }
@@ -172,7 +172,7 @@ class SectorWidget : public DialogFrame {
             platform::ShowError("Choose the waypoint to fly direct to");
             return;
         }
-        if (DirectTo(*model_.End()))
+        if (DirectTo(g_app.leg, g_app.gps.Fix, *model_.End()))
             done(kDialogCancel);
     }
 
@@ -190,18 +190,21 @@ class SectorWidget : public DialogFrame {
 };
 
 int RunNewSector(QWidget* parent) {
-    SectorWidget dialog(parent, QStringLiteral("New sector"), SectorDialog::ForNew());
+    SectorWidget dialog(parent, QStringLiteral("New sector"),
+                        SectorDialog::ForNew(g_app.settings, g_app.plan, g_app.nav));
     return dialog.Run();
 }
 
 int RunInsertSector(QWidget* parent) {
     SectorWidget dialog(parent, QStringLiteral("Insert a sector"),
-                        SectorDialog::ForInsert(g_app.plan.HighlightedSector));
+                        SectorDialog::ForInsert(g_app.settings, g_app.plan, g_app.nav,
+                                                g_app.plan.HighlightedSector));
     return dialog.Run();
 }
 
 int RunEditSector(QWidget* parent) {
-    auto model = SectorDialog::ForEdit(g_app.plan.HighlightedSector);
+    auto model =
+        SectorDialog::ForEdit(g_app.settings, g_app.plan, g_app.nav, g_app.plan.HighlightedSector);
     if (!model) {
         platform::ShowError("No sector to edit - add one with New sector");
         return kDialogCancel;
@@ -303,7 +306,7 @@ class WindTableWidget : public DialogFrame {
 
     void Fill() { model_.Select(RefillList(list_, model_.Lines(), model_.Selected())); }
 
-    WindTableDialog model_;
+    WindTableDialog model_{g_app.settings, g_app.plan};
     QListWidget* list_;
     std::vector<QPushButton*> buttons_;
 };

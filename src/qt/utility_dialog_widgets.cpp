@@ -12,6 +12,7 @@
 #include <functional>
 #include <vector>
 
+#include "app/state/app_state.hpp"
 #include "qt/dialog_frame.hpp"
 #include "qt/widget_support.hpp"
 #include "utilities/altitude_dialogs.hpp"
@@ -87,7 +88,7 @@ class TimerWidget : public DialogFrame {
   private:
     void Show() { display_->setText(ToQString(model_.Display())); }
 
-    StopwatchDialog model_;
+    StopwatchDialog model_{g_app.stopwatch};
     QLabel* display_;
     QTimer* timer_;
 };
@@ -168,7 +169,7 @@ class SunWidget : public ClosingModelFrame<SunDialog> {
   public:
     explicit SunWidget(QWidget* parent)
         : ClosingModelFrame<SunDialog>(parent, ToQString(SunDialog::kTitle)) {
-        model_.Open();
+        model_.Open(g_app.gps.Fix.latitude, g_app.gps.Fix.longitude);
         date_ = new QLabel(this);
         date_->setObjectName("date");
         Body()->addWidget(date_);

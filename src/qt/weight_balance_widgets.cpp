@@ -8,6 +8,7 @@
 
 #include "aircraft/envelope_graph.hpp"
 #include "aircraft/weight_balance_dialogs.hpp"
+#include "app/state/app_state.hpp"
 #include "platform/text.hpp"
 #include "qt/aircraft_dialog_widgets.hpp"
 #include "qt/dialog_frame.hpp"
@@ -89,7 +90,7 @@ class LoadingWidget : public DialogFrame {
     void OnClose() override { model_.Close(); }
 
   private:
-    WeightBalanceLoadingDialog model_;
+    WeightBalanceLoadingDialog model_{g_app.settings, g_app.aircraft};
     bool opened_ = false;
     std::vector<std::pair<std::size_t, QLabel*>> notes_;
 };
@@ -116,10 +117,10 @@ class EnvelopeGraphWidget : public QWidget {
     const WeightBalanceResultDialog& model_;
 };
 
-class ResultWidget : public ClosingModelFrame<WeightBalanceResultDialog> {
+class ResultWidget : public DialogFrame {
   public:
     explicit ResultWidget(QWidget* parent)
-        : ClosingModelFrame(parent, ToQString(WeightBalanceResultDialog::kTitle)) {
+        : DialogFrame(parent, ToQString(WeightBalanceResultDialog::kTitle)) {
         opened_ = model_.Open();
         Body()->setSpacing(2);
         auto lines = model_.VerdictLines();
@@ -166,7 +167,15 @@ class ResultWidget : public ClosingModelFrame<WeightBalanceResultDialog> {
         return DialogFrame::Run();
     }
 
+  protected:
+    bool OnOk() override {
+        model_.Close();
+        return true;
+    }
+    void OnClose() override { model_.Close(); }
+
   private:
+    WeightBalanceResultDialog model_{g_app.aircraft};
     bool opened_ = false;
 };
 

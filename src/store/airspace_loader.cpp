@@ -4,7 +4,6 @@
 #include <memory>
 #include <string>
 
-#include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
 #include "platform/text_numbers.hpp"
@@ -18,14 +17,16 @@ struct FileCloser {
     void operator()(std::FILE* f) const { std::fclose(f); }
 };
 
-bool InsideArea(std::int32_t latitude, std::int32_t longitude) {
-    return g_app.nav.AreaSouth <= latitude && latitude <= g_app.nav.AreaNorth &&
-           g_app.nav.AreaWest <= longitude && longitude <= g_app.nav.AreaEast;
+bool InsideArea(const NavDataState& nav, std::int32_t latitude, std::int32_t longitude) {
+    return nav.AreaSouth <= latitude && latitude <= nav.AreaNorth && nav.AreaWest <= longitude &&
+           longitude <= nav.AreaEast;
 }
 
 class AirspaceReader {
   public:
-    explicit AirspaceReader(std::vector<AirspaceEntry>& block) : block_(block) {}
+    // Fills block with the outlines inside the area bounds of nav.
+    AirspaceReader(std::vector<AirspaceEntry>& block, const NavDataState& nav)
+        : block_(block), nav_(nav) {}
 
     // Splits one line into the next free entry and keeps or drops it; false once the block is full.
     bool TakeLine(std::string_view line) {
@@ -50,7 +51,7 @@ class AirspaceReader {
 
         // A whole outline is kept or dropped by its first point.
         if (entry.keyword.view() != u"GLINETO")
-            keep_ = InsideArea(entry.latitude, entry.longitude);
+            keep_ = InsideArea(nav_, entry.latitude, entry.longitude);
         if (keep_)
             ++kept_;
         return kept_ < kAirspaceMaxEntries;
@@ -60,6 +61,7 @@ class AirspaceReader {
 
   private:
     std::vector<AirspaceEntry>& block_;
+    const NavDataState& nav_;
     FieldBuffer field_;
     std::size_t kept_ = 0;
     bool keep_ = true;
@@ -67,15 +69,15 @@ class AirspaceReader {
 
 }  // namespace
 
-void LoadAirspaceFrom(const std::filesystem::path& file) {
-    g_app.nav.AirspaceOverlay.assign(kAirspaceBlockEntries, AirspaceEntry{});
+void LoadAirspaceFrom(NavDataState& nav, const std::filesystem::path& file) {
+    nav.AirspaceOverlay.assign(kAirspaceBlockEntries, AirspaceEntry{});
     std::unique_ptr<std::FILE, FileCloser> in(std::fopen(file.c_str(), "rb"));
     if (!in) {
         // The count is left alone; at start-up it is still 0.
         platform::ShowError("Could not open airspace txt file. Error:");
         return;
     }
-    AirspaceReader reader(g_app.nav.AirspaceOverlay);
+    AirspaceReader reader(nav.AirspaceOverlay, nav);
     std::string line;
     bool overlong = false;
     char chunk[65536];
@@ -105,13 +107,13 @@ void LoadAirspaceFrom(const std::filesystem::path& file) {
         }
     }
     // A last line without a line feed is not taken.
-    g_app.nav.AirspaceEntryCount = static_cast<std::uint32_t>(reader.Kept());
-    g_app.nav.AirspaceOverlay.resize(reader.Kept());
-    g_app.nav.AirspaceOverlay.shrink_to_fit();
+    nav.AirspaceEntryCount = static_cast<std::uint32_t>(reader.Kept());
+    nav.AirspaceOverlay.resize(reader.Kept());
+    nav.AirspaceOverlay.shrink_to_fit();
 }
 
-void LoadAirspace() {
-    LoadAirspaceFrom(platform::Sys().root->Resolve(kAirspaceFile));
+void LoadAirspace(NavDataState& nav) {
+    LoadAirspaceFrom(nav, platform::Sys().root->Resolve(kAirspaceFile));
 }
 
 }  // namespace aerix

@@ -1,9 +1,11 @@
 // Loads the airspace outlines of "\My Documents\aerix\EuroAip.txt" that lie in the area bounds
-// into g_app.nav.AirspaceOverlay.
+// into nav.AirspaceOverlay.
 #pragma once
 
 #include <cstddef>
 #include <filesystem>
+
+#include "store/nav_data_state.hpp"
 
 namespace aerix {
 
@@ -14,8 +16,8 @@ inline constexpr std::size_t kAirspaceMaxEntries = kAirspaceBlockEntries - 1;
 // Longest line the loader takes; a longer one is skipped whole.
 inline constexpr std::size_t kAirspaceMaxLine = 4096;
 
-void LoadAirspace();
+void LoadAirspace(NavDataState& nav);
 // The same from any file (the tool's "airspace load FILE").
-void LoadAirspaceFrom(const std::filesystem::path& file);
+void LoadAirspaceFrom(NavDataState& nav, const std::filesystem::path& file);
 
 }  // namespace aerix

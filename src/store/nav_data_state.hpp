@@ -24,9 +24,8 @@ struct NavDataState {
     // Set at start and whenever the arrays must be reloaded before the instrument views draw.
     std::uint8_t ArraysPending = 0;
 
-    std::uint32_t LastOpenedDatabaseId = 0;  // object id of the database last opened (0: failed)
-    std::uint32_t NavVolumeGuid = 0;         // the mounted nav database volume, 0 when none
-    std::uint32_t NavSearchKey =             // the nav property the waypoint search matches
+    std::uint32_t NavVolumeGuid = 0;  // the mounted nav database volume, 0 when none
+    std::uint32_t NavSearchKey =      // the nav property the waypoint search matches
         platform::MakePropId(100, platform::kCevtLpwstr);
 };
 

@@ -4,7 +4,6 @@
 #include <optional>
 #include <string>
 
-#include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
 
@@ -32,26 +31,26 @@ std::optional<std::u16string> DatabaseNameOf(const platform::FileDialogResult& c
 
 }  // namespace
 
-int ChooseNavDatabase() {
+int ChooseNavDatabase(SettingsState& settings, NavDataState& nav) {
     auto chosen = AskForDatabase("Open a database");
     if (!chosen)
         return -1;
     auto name = DatabaseNameOf(*chosen);
     if (!name)
         return -1;
-    g_app.settings.NavDatabaseName.assign(*name);
-    g_app.nav.ArraysPending = 1;
+    settings.NavDatabaseName.assign(*name);
+    nav.ArraysPending = 1;
     return 0;
 }
 
-void DeleteNavDatabase() {
+void DeleteNavDatabase(const SettingsState& settings) {
     auto chosen = AskForDatabase("Delete a database");
     if (!chosen)
         return;
     auto name = DatabaseNameOf(*chosen);
     if (!name)
         return;
-    if (*name == g_app.settings.NavDatabaseName.view()) {
+    if (*name == settings.NavDatabaseName.view()) {
         platform::ShowError("Cannot delete - active database");
         return;
     }

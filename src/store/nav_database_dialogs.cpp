@@ -3,7 +3,6 @@
 #include <cmath>
 #include <filesystem>
 
-#include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
 #include "platform/text.hpp"
@@ -38,8 +37,8 @@ bool FitText(const std::string& text, std::size_t chars, const char* message, st
 }
 
 // The active database, mounted for one dialog operation. Says why when there is none.
-bool ActiveDatabaseChosen() {
-    if (g_app.settings.NavDatabaseName.empty()) {
+bool ActiveDatabaseChosen(const SettingsState& settings) {
+    if (settings.NavDatabaseName.empty()) {
         platform::ShowError("No navigation database chosen");
         return false;
     }
@@ -65,7 +64,7 @@ std::string_view WaypointTypeName(int code) {
     return code >= 1 && code <= kWaypointTypeCodes ? names[code - 1] : std::string_view();
 }
 
-bool NewNavDatabase(std::string_view nameText) {
+bool NewNavDatabase(SettingsState& settings, NavDataState& nav, std::string_view nameText) {
     std::u16string name = Utf8ToUtf16(TrimBlanks(nameText));
     if (name.empty()) {
         platform::ShowError("Enter a database name");
@@ -80,21 +79,21 @@ bool NewNavDatabase(std::string_view nameText) {
         return false;
     }
     std::error_code ec;
-    if (std::filesystem::exists(platform::Sys().root->Resolve(NavVolumePathOf(name)), ec)) {
+    if (std::filesystem::exists(platform::Sys().root->Resolve(NavVolumePath(name)), ec)) {
         platform::ShowError("Database already exists");
         return false;
     }
     {
-        NavVolumeScope volume(name);
+        NavVolumeScope volume(nav, name);
         if (!volume.Mounted())
             return false;
-        if (CreateNavDatabase(name) == 0) {
+        if (CreateNavDatabase(nav, name) == 0) {
             platform::ShowError("Could not create Nav database");
             return false;
         }
     }
-    g_app.settings.NavDatabaseName.assign(name);
-    g_app.nav.ArraysPending = 1;
+    settings.NavDatabaseName.assign(name);
+    nav.ArraysPending = 1;
     return true;
 }
 
@@ -234,14 +233,15 @@ bool WaypointFromForm(const WaypointForm& f, WaypointRecord& r) {
     return true;
 }
 
-std::vector<NavListLine> ListNavDatabase(std::string_view searchText) {
+std::vector<NavListLine> ListNavDatabase(const SettingsState& settings, NavDataState& nav,
+                                         std::string_view searchText) {
     std::vector<NavListLine> lines;
-    if (!ActiveDatabaseChosen())
+    if (!ActiveDatabaseChosen(settings))
         return lines;
     std::u16string search = Utf8ToUtf16(searchText);
-    NavVolumeScope volume(g_app.settings.NavDatabaseName.view());
-    DbHandle h = OpenNavDatabase(g_app.settings.NavDatabaseName.view(), schema::kWptName);
-    bool byIdent = g_app.nav.NavSearchKey == schema::kWptIdent;
+    NavVolumeScope volume(nav, settings.NavDatabaseName.view());
+    DbHandle h = OpenNavDatabase(nav, settings.NavDatabaseName.view(), schema::kWptName);
+    bool byIdent = nav.NavSearchKey == schema::kWptIdent;
     for (std::uint32_t index = 0;; ++index) {
         WaypointRecord w;
         platform::CeOid oid = ReadWaypoint(h, kFromCurrent, 0, w);
@@ -254,25 +254,26 @@ std::vector<NavListLine> ListNavDatabase(std::string_view searchText) {
     return lines;
 }
 
-bool AddWaypoint(const WaypointForm& form) {
+bool AddWaypoint(const SettingsState& settings, NavDataState& nav, const WaypointForm& form) {
     WaypointRecord r;
-    if (!ActiveDatabaseChosen() || !WaypointFromForm(form, r))
+    if (!ActiveDatabaseChosen(settings) || !WaypointFromForm(form, r))
         return false;
     if (r.FurtherTexts[kWptSource].empty())
         r.FurtherTexts[kWptSource] = u"user";
-    NavVolumeScope volume(g_app.settings.NavDatabaseName.view());
-    DbHandle h = OpenNavDatabase(g_app.settings.NavDatabaseName.view(), schema::kWptName);
+    NavVolumeScope volume(nav, settings.NavDatabaseName.view());
+    DbHandle h = OpenNavDatabase(nav, settings.NavDatabaseName.view(), schema::kWptName);
     if (!h || WriteWaypoint(h, r) == 0)
         return false;
-    g_app.nav.ArraysPending = 1;
+    nav.ArraysPending = 1;
     return true;
 }
 
-bool ReadWaypointForEdit(platform::CeOid oid, WaypointForm& form) {
-    if (!ActiveDatabaseChosen())
+bool ReadWaypointForEdit(const SettingsState& settings, NavDataState& nav, platform::CeOid oid,
+                         WaypointForm& form) {
+    if (!ActiveDatabaseChosen(settings))
         return false;
-    NavVolumeScope volume(g_app.settings.NavDatabaseName.view());
-    DbHandle h = OpenNavDatabase(g_app.settings.NavDatabaseName.view(), schema::kWptName);
+    NavVolumeScope volume(nav, settings.NavDatabaseName.view());
+    DbHandle h = OpenNavDatabase(nav, settings.NavDatabaseName.view(), schema::kWptName);
     WaypointRecord r;
     if (!h || ReadWaypoint(h, kByOid, oid, r) == 0)
         return false;
@@ -280,25 +281,26 @@ bool ReadWaypointForEdit(platform::CeOid oid, WaypointForm& form) {
     return true;
 }
 
-bool EditWaypoint(platform::CeOid oid, const WaypointForm& form) {
+bool EditWaypoint(const SettingsState& settings, NavDataState& nav, platform::CeOid oid,
+                  const WaypointForm& form) {
     WaypointRecord r;
-    if (!ActiveDatabaseChosen() || !WaypointFromForm(form, r))
+    if (!ActiveDatabaseChosen(settings) || !WaypointFromForm(form, r))
         return false;
-    NavVolumeScope volume(g_app.settings.NavDatabaseName.view());
-    DbHandle h = OpenNavDatabase(g_app.settings.NavDatabaseName.view(), schema::kWptName);
+    NavVolumeScope volume(nav, settings.NavDatabaseName.view());
+    DbHandle h = OpenNavDatabase(nav, settings.NavDatabaseName.view(), schema::kWptName);
     if (!h || WriteWaypoint(h, r, oid) == 0)
         return false;
-    g_app.nav.ArraysPending = 1;
+    nav.ArraysPending = 1;
     return true;
 }
 
-bool DeleteWaypointAt(std::uint32_t index) {
-    if (!ActiveDatabaseChosen() || !platform::AskWarning("Delete waypoint - Are you sure?"))
+bool DeleteWaypointAt(const SettingsState& settings, NavDataState& nav, std::uint32_t index) {
+    if (!ActiveDatabaseChosen(settings) || !platform::AskWarning("Delete waypoint - Are you sure?"))
         return false;
-    NavVolumeScope volume(g_app.settings.NavDatabaseName.view());
-    if (!DeleteWaypoint(index))
+    NavVolumeScope volume(nav, settings.NavDatabaseName.view());
+    if (!DeleteWaypoint(settings, nav, index))
         return false;
-    g_app.nav.ArraysPending = 1;
+    nav.ArraysPending = 1;
     return true;
 }
 

@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "platform/prop_val.hpp"
+#include "settings/settings_state.hpp"
+#include "store/nav_data_state.hpp"
 #include "store/records.hpp"
 
 namespace aerix {
@@ -22,7 +24,7 @@ inline constexpr int kWaypointTypeCodes = 9;
 // same name, sorted by name and by ident, and makes it the active database so that waypoints can
 // be added to it at once. False (after saying why) when the name is empty, too long (32
 // characters), not usable as a file name, or already taken.
-bool NewNavDatabase(std::string_view name);
+bool NewNavDatabase(SettingsState& settings, NavDataState& nav, std::string_view name);
 
 // The Add/Edit form: every property as the user types it (UTF-8), the type as its code.
 struct WaypointForm {
@@ -50,19 +52,23 @@ bool WaypointFromForm(const WaypointForm& form, WaypointRecord& r);
 bool ParsePositionText(std::string_view text, bool latitude, std::int32_t* centiMinutes);
 
 // The active database's waypoints in name order, filtered by the waypoint search: the name (or,
-// with the ICAO search, the ident: g_app.nav.NavSearchKey) must contain search, letter case counting.
+// with the ICAO search, the ident: nav.NavSearchKey) must contain search, letter case counting.
 struct NavListLine {
     std::uint32_t index = 0;  // position in name order, for delete
     platform::CeOid oid = 0;  // for edit
     std::string text;         // name, two blanks, ident
 };
-std::vector<NavListLine> ListNavDatabase(std::string_view search);
+std::vector<NavListLine> ListNavDatabase(const SettingsState& settings, NavDataState& nav,
+                                         std::string_view search);
 
-// Add, edit and delete in the active database; each marks the in-memory arrays for reloading.
-bool AddWaypoint(const WaypointForm& form);
-bool ReadWaypointForEdit(platform::CeOid oid, WaypointForm& form);
-bool EditWaypoint(platform::CeOid oid, const WaypointForm& form);
+// Add, edit and delete in the active database (settings.NavDatabaseName); each marks the
+// in-memory arrays for reloading (nav.ArraysPending).
+bool AddWaypoint(const SettingsState& settings, NavDataState& nav, const WaypointForm& form);
+bool ReadWaypointForEdit(const SettingsState& settings, NavDataState& nav, platform::CeOid oid,
+                         WaypointForm& form);
+bool EditWaypoint(const SettingsState& settings, NavDataState& nav, platform::CeOid oid,
+                  const WaypointForm& form);
 // Asks "Delete waypoint - Are you sure?" first; deletes the index-th waypoint in name order.
-bool DeleteWaypointAt(std::uint32_t index);
+bool DeleteWaypointAt(const SettingsState& settings, NavDataState& nav, std::uint32_t index);
 
 }  // namespace aerix

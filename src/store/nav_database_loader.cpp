@@ -3,7 +3,6 @@
 #include <variant>
 #include <vector>
 
-#include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
 #include "store/record_store.hpp"
@@ -12,9 +11,9 @@ namespace aerix {
 
 namespace {
 
-bool InsideArea(std::int32_t latitude, std::int32_t longitude) {
-    return g_app.nav.AreaSouth <= latitude && latitude <= g_app.nav.AreaNorth &&
-           g_app.nav.AreaWest <= longitude && longitude <= g_app.nav.AreaEast;
+bool InsideArea(const NavDataState& nav, std::int32_t latitude, std::int32_t longitude) {
+    return nav.AreaSouth <= latitude && latitude <= nav.AreaNorth && nav.AreaWest <= longitude &&
+           longitude <= nav.AreaEast;
 }
 
 // Copies the six properties the displays need. A property the record lacks leaves the entry's
@@ -56,10 +55,10 @@ void CopyInto(const std::vector<platform::PropVal>& props, NavEntry& entry) {
 
 }  // namespace
 
-void LoadNavDatabase() {
-    MountNavVolume();  // a failure has been said; the open is tried all the same
+void LoadNavDatabase(const SettingsState& settings, NavDataState& nav) {
+    MountNavVolume(settings, nav);  // a failure has been said; the open is tried all the same
     std::uint32_t records = 0;
-    DbHandle h = OpenNavDatabase(g_app.settings.NavDatabaseName.view(), schema::kWptName, &records);
+    DbHandle h = OpenNavDatabase(nav, settings.NavDatabaseName.view(), schema::kWptName, &records);
     if (!h) {
         platform::ShowError("Could not open nav database. Error:");
         return;
@@ -67,22 +66,22 @@ void LoadNavDatabase() {
     platform::Ui& ui = *platform::Sys().ui;
     ui.SetWaitCursor(true);
     // One block sized from the record count; no growth while reading.
-    g_app.nav.NavDatabase.assign(records, NavEntry{});
+    nav.NavDatabase.assign(records, NavEntry{});
     std::size_t kept = 0;
     std::vector<platform::PropVal> props;
     // The block is full only when records were added after the count was taken.
-    while (kept < g_app.nav.NavDatabase.size() && h.Read(props) != 0) {
-        NavEntry& entry = g_app.nav.NavDatabase[kept];
+    while (kept < nav.NavDatabase.size() && h.Read(props) != 0) {
+        NavEntry& entry = nav.NavDatabase[kept];
         CopyInto(props, entry);
-        if (InsideArea(entry.latitude, entry.longitude))
+        if (InsideArea(nav, entry.latitude, entry.longitude))
             ++kept;  // an entry outside is overwritten by the next record
     }
     h.Close();
-    UnmountNavVolume();
+    UnmountNavVolume(nav);
     ui.SetWaitCursor(false);
-    g_app.nav.NavEntryCount = static_cast<std::uint32_t>(kept);
-    g_app.nav.NavDatabase.resize(kept);
-    g_app.nav.NavDatabase.shrink_to_fit();
+    nav.NavEntryCount = static_cast<std::uint32_t>(kept);
+    nav.NavDatabase.resize(kept);
+    nav.NavDatabase.shrink_to_fit();
 }
 
 }  // namespace aerix

@@ -1,20 +1,18 @@
 #include "store/nav_volume_scope.hpp"
 
-#include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
+#include "store/record_store.hpp"
 
 namespace aerix {
 
-std::u16string NavVolumePathOf(std::u16string_view databaseName) {
-    return u"\\My Documents\\aerix\\" + std::u16string(databaseName) + u".CDB";
+NavVolumeScope::NavVolumeScope(NavDataState& nav, std::u16string_view databaseName)
+    : nav_(nav), previous_(nav.NavVolumeGuid) {
+    Mount(platform::Sys().root->ResolveForWrite(NavVolumePath(databaseName)));
 }
 
-NavVolumeScope::NavVolumeScope(std::u16string_view databaseName) : previous_(g_app.nav.NavVolumeGuid) {
-    Mount(platform::Sys().root->ResolveForWrite(NavVolumePathOf(databaseName)));
-}
-
-NavVolumeScope::NavVolumeScope(const AtFile& at) : previous_(g_app.nav.NavVolumeGuid) {
+NavVolumeScope::NavVolumeScope(NavDataState& nav, const AtFile& at)
+    : nav_(nav), previous_(nav.NavVolumeGuid) {
     Mount(at.file);
 }
 
@@ -25,13 +23,13 @@ void NavVolumeScope::Mount(const std::filesystem::path& file) {
         return;
     }
     guid_ = guid;
-    g_app.nav.NavVolumeGuid = guid.value;
+    nav_.NavVolumeGuid = guid.value;
 }
 
 NavVolumeScope::~NavVolumeScope() {
     if (Mounted())
         platform::Sys().store->UnmountVolume(guid_);
-    g_app.nav.NavVolumeGuid = previous_;
+    nav_.NavVolumeGuid = previous_;
 }
 
 }  // namespace aerix

@@ -7,23 +7,22 @@
 #include <string_view>
 
 #include "platform/prop_val.hpp"
+#include "store/nav_data_state.hpp"
 
 namespace aerix {
 
-// "\My Documents\aerix\<name>.CDB".
-std::u16string NavVolumePathOf(std::u16string_view databaseName);
-
-// Mounts the volume (created empty when missing) and makes it the nav volume the record store's
-// nav operations use (g_app.nav.NavVolumeGuid) until the scope ends; then unmounts it and puts the
-// previous nav volume back. A mount failure says "Could not create database volume".
+// Mounts the volume "\My Documents\aerix\<name>.CDB" (created empty when missing) and makes it
+// the nav volume the record store's nav operations use (nav.NavVolumeGuid) until the scope ends;
+// then unmounts it and puts the previous nav volume back. A mount failure says "Could not create
+// database volume".
 class NavVolumeScope {
   public:
-    explicit NavVolumeScope(std::u16string_view databaseName);
+    NavVolumeScope(NavDataState& nav, std::u16string_view databaseName);
     // The volume in a given file (a volume being built under a temporary name).
     struct AtFile {
         std::filesystem::path file;
     };
-    explicit NavVolumeScope(const AtFile& at);
+    NavVolumeScope(NavDataState& nav, const AtFile& at);
     ~NavVolumeScope();
     NavVolumeScope(const NavVolumeScope&) = delete;
     NavVolumeScope& operator=(const NavVolumeScope&) = delete;
@@ -33,6 +32,7 @@ class NavVolumeScope {
   private:
     void Mount(const std::filesystem::path& file);
 
+    NavDataState& nav_;
     platform::VolumeGuid guid_{};
     std::uint32_t previous_ = 0;
 };

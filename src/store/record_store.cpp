@@ -1,9 +1,7 @@
 #include "store/record_store.hpp"
 
 #include <atomic>
-#include <mutex>
 
-#include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
 #include "platform/sqlite.hpp"
@@ -55,8 +53,8 @@ void TellFailure(const char* otherwise) {
     platform::ShowError(StoreFailureText(error, otherwise));
 }
 
-VolumeGuid NavVolume() {
-    return VolumeGuid{g_app.nav.NavVolumeGuid};
+VolumeGuid NavVolume(const NavDataState& nav) {
+    return VolumeGuid{nav.NavVolumeGuid};
 }
 
 CeOid Create(std::u16string_view name, std::uint32_t type, std::vector<SortOrder> sorts,
@@ -72,7 +70,6 @@ CeOid Create(std::u16string_view name, std::uint32_t type, std::vector<SortOrder
 DbHandle OpenIn(VolumeGuid volume, std::u16string_view name, std::uint32_t sortProp,
                 std::uint32_t* recordCount, const char* failure) {
     DbHandle h = Store().OpenDatabase(volume, name, sortProp, platform::kOpenAutoIncrement);
-    g_app.nav.LastOpenedDatabaseId = h.DatabaseOid();
     if (!h) {
         if (failure)
             TellFailure(failure);
@@ -110,9 +107,6 @@ bool DeleteAt(DbHandle h, std::uint32_t index) {
     CeOid oid = h.Seek(platform::kSeekBeginning, index);
     return oid != 0 && h.DeleteRecord(oid);
 }
-
-std::mutex g_hookMutex;
-std::function<void()> g_sectorDeletedHook;
 
 }  // namespace
 
@@ -175,12 +169,12 @@ CeOid CreateEnvelopesDatabase() {
                   schema::kEnvelopeCreateFlags);
 }
 
-CeOid CreateNavDatabase(std::u16string_view name) {
+CeOid CreateNavDatabase(const NavDataState& nav, std::u16string_view name) {
     DatabaseInfo info;
     info.name = std::u16string(name);
     info.flags = schema::kCreateFlags;
     info.sorts = {{schema::kWptName, 0}, {schema::kWptIdent, 0}};
-    return Store().CreateDatabase(NavVolume(), info);
+    return Store().CreateDatabase(NavVolume(nav), info);
 }
 
 // --- open ---
@@ -194,15 +188,14 @@ DbHandle OpenEnvelopes(std::uint32_t* recordCount) {
     return OpenDatabase(schema::kEnvelopesName, schema::kEnvPointNumber, recordCount);
 }
 
-DbHandle OpenNavDatabase(std::u16string_view name, std::uint32_t sortProp,
+DbHandle OpenNavDatabase(const NavDataState& nav, std::u16string_view name, std::uint32_t sortProp,
                          std::uint32_t* recordCount) {
-    if (g_app.nav.NavVolumeGuid == 0) {
+    if (nav.NavVolumeGuid == 0) {
         // No volume is mounted: never fall back on the object store's own databases.
-        g_app.nav.LastOpenedDatabaseId = 0;
         platform::ShowError("Could not open Nav database");
         return {};
     }
-    return OpenIn(NavVolume(), name, sortProp, recordCount, "Could not open Nav database");
+    return OpenIn(NavVolume(nav), name, sortProp, recordCount, "Could not open Nav database");
 }
 
 // --- read ---
@@ -230,20 +223,21 @@ CeOid ReadEnvelopePoint(DbHandle& h, std::uint32_t mode, std::uint32_t value,
     return ReadRecord(h, mode, value, r);
 }
 
-bool ReadActivePlanSector(std::uint32_t index, SectorRecord& r) {
-    if (g_app.settings.ActivePlanName.empty())
+bool ReadActivePlanSector(const SettingsState& settings, std::uint32_t index, SectorRecord& r) {
+    if (settings.ActivePlanName.empty())
         return false;
-    DbHandle h = Store().OpenDatabase(kObjectStoreVolume, g_app.settings.ActivePlanName.view(),
+    DbHandle h = Store().OpenDatabase(kObjectStoreVolume, settings.ActivePlanName.view(),
                                       schema::kSecNumber, platform::kOpenAutoIncrement);
     return ReadSector(h, kByIndex, index, r) != 0;
 }
 
-int ReadNavSearch(DbHandle& h, std::u16string_view search, std::u16string& text) {
+int ReadNavSearch(const NavDataState& nav, DbHandle& h, std::u16string_view search,
+                  std::u16string& text) {
     WaypointRecord w;
     w.Name = text;
     if (ReadWaypoint(h, kFromCurrent, 0, w) == 0)
         return -1;
-    text = g_app.nav.NavSearchKey == schema::kWptIdent ? w.Ident : w.Name;
+    text = nav.NavSearchKey == schema::kWptIdent ? w.Ident : w.Name;
     return text.find(search) != std::u16string::npos ? 1 : 0;
 }
 
@@ -281,8 +275,8 @@ CeOid WriteEnvelopePoint(DbHandle& h, const EnvelopePointRecord& r, CeOid oid) {
 
 // --- delete ---
 
-bool DeleteWaypoint(std::uint32_t index) {
-    return DeleteAt(OpenNavDatabase(g_app.settings.NavDatabaseName.view(), schema::kWptName), index);
+bool DeleteWaypoint(const SettingsState& settings, const NavDataState& nav, std::uint32_t index) {
+    return DeleteAt(OpenNavDatabase(nav, settings.NavDatabaseName.view(), schema::kWptName), index);
 }
 bool DeleteMap(std::uint32_t index) {
     return DeleteAt(OpenDatabase(schema::kMapsName, schema::kMapPath), index);
@@ -304,26 +298,14 @@ bool DeleteEnvelopePoint(CeOid oid) {
     return h && h.DeleteRecord(oid);
 }
 
-bool DeleteSector(std::uint32_t index) {
+bool DeleteSector(const SettingsState& settings, std::uint32_t loadedSectorCount,
+                  std::uint32_t index, const std::function<void()>& recomputeRoute) {
     std::uint32_t countAtOpen = 0;
     bool deleted = DeleteAt(
-        OpenDatabase(g_app.settings.ActivePlanName.view(), schema::kSecNumber, &countAtOpen), index);
-    std::uint32_t loaded = g_app.plan.PlanSectorCount;
-    if (loaded != 0 && loaded + 1 != countAtOpen) {
-        std::function<void()> hook;
-        {
-            std::lock_guard lock(g_hookMutex);
-            hook = g_sectorDeletedHook;
-        }
-        if (hook)
-            hook();
-    }
+        OpenDatabase(settings.ActivePlanName.view(), schema::kSecNumber, &countAtOpen), index);
+    if (loadedSectorCount != 0 && loadedSectorCount + 1 != countAtOpen && recomputeRoute)
+        recomputeRoute();
     return deleted;
-}
-
-void SetSectorDeletedHook(std::function<void()> hook) {
-    std::lock_guard lock(g_hookMutex);
-    g_sectorDeletedHook = std::move(hook);
 }
 
 // --- databases ---
@@ -350,25 +332,26 @@ std::vector<std::u16string> DatabaseNames(std::uint32_t type) {
 
 // --- nav volume ---
 
-std::u16string NavVolumePath() {
-    return u"\\My Documents\\aerix\\" + std::u16string(g_app.settings.NavDatabaseName.view()) + u".CDB";
+std::u16string NavVolumePath(std::u16string_view databaseName) {
+    return u"\\My Documents\\aerix\\" + std::u16string(databaseName) + u".CDB";
 }
 
-bool MountNavVolume() {
-    auto file = platform::Sys().root->ResolveForWrite(NavVolumePath());
+bool MountNavVolume(const SettingsState& settings, NavDataState& nav) {
+    auto file =
+        platform::Sys().root->ResolveForWrite(NavVolumePath(settings.NavDatabaseName.view()));
     VolumeGuid guid;
     if (!Store().MountVolume(file, platform::kOpenAlways, guid)) {
         platform::ShowError("Could not create database volume");
         return false;
     }
-    g_app.nav.NavVolumeGuid = guid.value;
+    nav.NavVolumeGuid = guid.value;
     return true;
 }
 
-void UnmountNavVolume() {
-    if (g_app.nav.NavVolumeGuid != 0)
-        Store().UnmountVolume(NavVolume());
-    g_app.nav.NavVolumeGuid = 0;
+void UnmountNavVolume(NavDataState& nav) {
+    if (nav.NavVolumeGuid != 0)
+        Store().UnmountVolume(NavVolume(nav));
+    nav.NavVolumeGuid = 0;
 }
 
 }  // namespace aerix

@@ -11,6 +11,8 @@
 #include <vector>
 
 #include "platform/object_store.hpp"
+#include "settings/settings_state.hpp"
+#include "store/nav_data_state.hpp"
 #include "store/records.hpp"
 #include "store/schema.hpp"
 
@@ -66,17 +68,17 @@ CeOid CreateAircraftDatabase();
 CeOid CreateStationsDatabase();
 CeOid CreateEnvelopesDatabase();
 // A navigation database inside the mounted nav volume, sorted by name and by ident.
-CeOid CreateNavDatabase(std::u16string_view name);
+CeOid CreateNavDatabase(const NavDataState& nav, std::u16string_view name);
 
-// --- open: each form opens with auto-increment, stores the database's id (0 on failure) in
-// g_app.nav.LastOpenedDatabaseId and, when recordCount is given, the database's record count ---
+// --- open: each form opens with auto-increment and, when recordCount is given, gives the
+// database's record count. The handle's DatabaseOid() is the database's id (0 on failure) ---
 // A database of the object store by name ("Could not open database").
 DbHandle OpenDatabase(std::u16string_view name, std::uint32_t sortProp,
                       std::uint32_t* recordCount = nullptr);
 // "Envelopes" by point number ("Could not open database").
 DbHandle OpenEnvelopes(std::uint32_t* recordCount = nullptr);
-// A database inside the mounted nav volume ("Could not open Nav database").
-DbHandle OpenNavDatabase(std::u16string_view name, std::uint32_t sortProp,
+// A database inside the mounted nav volume (nav.NavVolumeGuid; "Could not open Nav database").
+DbHandle OpenNavDatabase(const NavDataState& nav, std::u16string_view name, std::uint32_t sortProp,
                          std::uint32_t* recordCount = nullptr);
 
 // --- read: seek (mode, value), then copy the properties the record carries into r. Returns the
@@ -90,14 +92,15 @@ CeOid ReadStation(DbHandle& h, std::uint32_t mode, std::uint32_t value, StationR
 CeOid ReadEnvelopePoint(DbHandle& h, std::uint32_t mode, std::uint32_t value,
                         EnvelopePointRecord& r);
 
-// The sector at index (0 = first) of the active plan, for the simulator: quiet, false when there
-// is no such sector or no plan.
-bool ReadActivePlanSector(std::uint32_t index, SectorRecord& r);
+// The sector at index (0 = first) of the active plan (settings.ActivePlanName), for the
+// simulator: quiet, false when there is no such sector or no plan.
+bool ReadActivePlanSector(const SettingsState& settings, std::uint32_t index, SectorRecord& r);
 
-// Search read of the nav database: the current record's name (or, when g_app.nav.NavSearchKey is the
+// Search read of the nav database: the current record's name (or, when nav.NavSearchKey is the
 // ident, its ident) into text. 1 when search occurs in it (case-sensitive), 0 when not, -1 when
 // there is no record to read.
-int ReadNavSearch(DbHandle& h, std::u16string_view search, std::u16string& text);
+int ReadNavSearch(const NavDataState& nav, DbHandle& h, std::u16string_view search,
+                  std::u16string& text);
 // The current record as a list line: name, two blanks, ident. 0 when there is none.
 CeOid ReadNavListLine(DbHandle& h, std::u16string& line);
 
@@ -112,17 +115,18 @@ CeOid WriteStation(DbHandle& h, const StationRecord& r, CeOid oid = 0);
 CeOid WriteEnvelopePoint(DbHandle& h, const EnvelopePointRecord& r, CeOid oid = 0);
 
 // --- delete: by position in sort order (0 = first), or by id for stations and envelope points ---
-bool DeleteWaypoint(std::uint32_t index);  // in the nav database (volume mounted by the caller)
+// In the active nav database (settings.NavDatabaseName), its volume mounted by the caller.
+bool DeleteWaypoint(const SettingsState& settings, const NavDataState& nav, std::uint32_t index);
 bool DeleteMap(std::uint32_t index);
 bool DeleteWind(std::uint32_t index);
 bool DeleteAircraft(std::uint32_t index);
 bool DeleteStation(CeOid oid);
 bool DeleteEnvelopePoint(CeOid oid);
-// Deletes a sector of the active plan, then recomputes the plan unless the loaded plan's sector
-// count (g_app.plan.PlanSectorCount) is 0 or, plus one, equals the records the plan held before.
-bool DeleteSector(std::uint32_t index);
-// What recomputes the active plan after a sector is deleted (the plan computation installs it).
-void SetSectorDeletedHook(std::function<void()> hook);
+// Deletes a sector of the active plan (settings.ActivePlanName), then calls recomputeRoute unless
+// the loaded plan's sector count (loadedSectorCount) is 0 or, plus one, equals the records the
+// plan held before.
+bool DeleteSector(const SettingsState& settings, std::uint32_t loadedSectorCount,
+                  std::uint32_t index, const std::function<void()>& recomputeRoute);
 
 // --- databases ---
 bool DeleteDatabase(CeOid oid);
@@ -132,10 +136,11 @@ bool DatabaseOfType(CeOid oid, std::uint32_t type, std::u16string* name = nullpt
 std::vector<std::u16string> DatabaseNames(std::uint32_t type);
 
 // --- the nav volume "\My Documents\aerix\<NavDatabaseName>.CDB" ---
-// Mounts it (created empty when missing) and keeps its guid in g_app.nav.NavVolumeGuid. On failure
-// says "Could not create database volume" and returns false.
-bool MountNavVolume();
-void UnmountNavVolume();
-std::u16string NavVolumePath();
+// "\My Documents\aerix\<databaseName>.CDB".
+std::u16string NavVolumePath(std::u16string_view databaseName);
+// Mounts the active database's volume (created empty when missing) and keeps its guid in
+// nav.NavVolumeGuid. On failure says "Could not create database volume" and returns false.
+bool MountNavVolume(const SettingsState& settings, NavDataState& nav);
+void UnmountNavVolume(NavDataState& nav);
 
 }  // namespace aerix

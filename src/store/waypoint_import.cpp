@@ -8,7 +8,6 @@
 #include <optional>
 #include <unordered_set>
 
-#include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "platform/prop_codec.hpp"
 #include "platform/services.hpp"
@@ -490,27 +489,28 @@ WaypointParse ParseWaypointFile(std::string_view text, std::string_view fileName
     return Parser(text, fileName).Run();
 }
 
-WaypointImportResult ImportWaypoints(std::u16string_view databaseName,
+WaypointImportResult ImportWaypoints(NavDataState& nav, std::u16string_view databaseName,
                                      std::span<const WaypointRecord> records) {
-    NavVolumeScope volume(databaseName);
+    NavVolumeScope volume(nav, databaseName);
     if (!volume.Mounted())
         return {};
-    return ImportWaypointsIntoMountedVolume(databaseName, records);
+    return ImportWaypointsIntoMountedVolume(nav, databaseName, records);
 }
 
-WaypointImportResult ImportWaypointsIntoMountedVolume(std::u16string_view databaseName,
+WaypointImportResult ImportWaypointsIntoMountedVolume(const NavDataState& nav,
+                                                      std::u16string_view databaseName,
                                                       std::span<const WaypointRecord> records) {
     WaypointImportResult result;
     // A database that is not there yet is made, not reported.
     DbHandle h =
-        platform::Sys().store->OpenDatabase(platform::VolumeGuid{g_app.nav.NavVolumeGuid}, databaseName,
+        platform::Sys().store->OpenDatabase(platform::VolumeGuid{nav.NavVolumeGuid}, databaseName,
                                             schema::kWptName, platform::kOpenAutoIncrement);
     if (!h) {
-        if (CreateNavDatabase(databaseName) == 0) {
+        if (CreateNavDatabase(nav, databaseName) == 0) {
             platform::ShowError("Could not create Nav database");
             return result;
         }
-        h = OpenNavDatabase(databaseName, schema::kWptName);
+        h = OpenNavDatabase(nav, databaseName, schema::kWptName);
         if (!h)
             return result;
     }

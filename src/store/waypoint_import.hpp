@@ -27,6 +27,7 @@
 #include <string_view>
 #include <vector>
 
+#include "store/nav_data_state.hpp"
 #include "store/records.hpp"
 
 namespace aerix {
@@ -60,10 +61,11 @@ struct WaypointImportResult {
 
 // Adds records to the database `databaseName` in its volume "<name>.CDB", creating both when
 // missing. Records identical in all 19 properties to one already there are not added again.
-WaypointImportResult ImportWaypoints(std::u16string_view databaseName,
+WaypointImportResult ImportWaypoints(NavDataState& nav, std::u16string_view databaseName,
                                      std::span<const WaypointRecord> records);
-// The same into the nav volume mounted now (g_app.nav.NavVolumeGuid, see NavVolumeScope).
-WaypointImportResult ImportWaypointsIntoMountedVolume(std::u16string_view databaseName,
+// The same into the nav volume mounted now (nav.NavVolumeGuid, see NavVolumeScope).
+WaypointImportResult ImportWaypointsIntoMountedVolume(const NavDataState& nav,
+                                                      std::u16string_view databaseName,
                                                       std::span<const WaypointRecord> records);
 
 }  // namespace aerix

@@ -8,7 +8,6 @@
 
 #include "app/plan_legs.hpp"
 #include "app/state/app_state.hpp"
-#include "app/state/settings.hpp"
 #include "gps/feeds.hpp"
 #include "gps/gps_port.hpp"
 #include "gps/nav_math.hpp"
@@ -16,6 +15,7 @@
 #include "gps/simulator.hpp"
 #include "platform/clock.hpp"
 #include "platform/text.hpp"
+#include "settings/settings.hpp"
 #include "tools/tool_context.hpp"
 
 namespace aerix::tools {
@@ -89,7 +89,7 @@ void AddGps(CLI::App& app, ToolContext& ctx) {
         g_app.settings.PortName.assign(u"COM1:");
         g_app.settings.BaudRate = 4800;
         if (platform.Registry().KeyExists(kSettingsKey))
-            LoadSettings();
+            LoadSettings(g_app.settings);
         if (!a->port.empty()) {
             SetConfiguredPortName(g_app.gps, g_app.settings, Utf8ToUtf16(a->port));
         }
@@ -163,8 +163,8 @@ void AddSimulate(CLI::App& app, ToolContext& ctx) {
         ->check(CLI::PositiveNumber);
     cmd->callback([&ctx, a] {
         ctx.OpenPlatform();
-        CreateDefaultSettings();
-        LoadSettings();
+        CreateDefaultSettings(g_app.settings);
+        LoadSettings(g_app.settings);
         if (!a->plan.empty())
             g_app.settings.ActivePlanName.assign(Utf8ToUtf16(a->plan));
         platform::VirtualClock clock;

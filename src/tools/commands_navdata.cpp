@@ -7,9 +7,9 @@
 #include <sstream>
 
 #include "app/state/app_state.hpp"
-#include "app/state/settings.hpp"
 #include "platform/registry.hpp"
 #include "platform/text.hpp"
+#include "settings/settings.hpp"
 #include "store/airspace_loader.hpp"
 #include "store/nav_database_dialogs.hpp"
 #include "store/nav_database_loader.hpp"
@@ -43,9 +43,9 @@ void AddAirspaceLoad(CLI::App& app, ToolContext& ctx) {
         auto& platform = ctx.OpenPlatform();
         g_app.nav.AirspaceEntryCount = 0;
         if (file->empty()) {
-            LoadAirspace();
+            LoadAirspace(g_app.nav);
         } else {
-            LoadAirspaceFrom(*file);
+            LoadAirspaceFrom(g_app.nav, *file);
         }
         if (!ctx.Ui().Boxes().empty())
             throw ToolFailure("the airspace file could not be loaded");
@@ -111,7 +111,7 @@ void AddImportWaypoints(CLI::App* import, ToolContext& ctx) {
         if (parsed.format == WaypointFormat::kUnknown)
             throw ToolFailure(*file + ": not a waypoint file this tool reads");
         ctx.OpenPlatform();
-        auto result = ImportWaypoints(name, parsed.records);
+        auto result = ImportWaypoints(g_app.nav, name, parsed.records);
         if (!result.ok)
             throw ToolFailure("the waypoints could not be written; the database is unchanged");
         ctx.Out().Emit({{"format", FormatName(parsed.format)},
@@ -165,7 +165,7 @@ void AddNavDb(CLI::App& app, ToolContext& ctx) {
     load->add_flag("--list", *list, "Also print every waypoint kept");
     load->callback([&ctx, loadDb, list] {
         ChooseDatabase(ctx, *loadDb);
-        LoadNavDatabase();
+        LoadNavDatabase(g_app.settings, g_app.nav);
         if (!ctx.Ui().Boxes().empty())
             throw ToolFailure("the navigation database could not be loaded");
         ctx.Out().Emit({{"count", g_app.nav.NavEntryCount}});
@@ -192,11 +192,12 @@ void AddNavDb(CLI::App& app, ToolContext& ctx) {
         g_app.nav.NavSearchKey = *icao ? schema::kWptIdent : schema::kWptName;
         std::vector<Json> found;
         {
-            MountNavVolume();
-            DbHandle h = OpenNavDatabase(g_app.settings.NavDatabaseName.view(), g_app.nav.NavSearchKey);
+            MountNavVolume(g_app.settings, g_app.nav);
+            DbHandle h = OpenNavDatabase(g_app.nav, g_app.settings.NavDatabaseName.view(),
+                                         g_app.nav.NavSearchKey);
             std::u16string needle = Utf8ToUtf16(*text), key;
             int match;
-            while (h && (match = ReadNavSearch(h, needle, key)) >= 0) {
+            while (h && (match = ReadNavSearch(g_app.nav, h, needle, key)) >= 0) {
                 if (match == 0)
                     continue;
                 // The search read gives the key; the record itself comes from a second read.
@@ -206,7 +207,7 @@ void AddNavDb(CLI::App& app, ToolContext& ctx) {
                     EntryJson(w.Name, w.Ident, w.Latitude, w.Longitude, w.WaypointType));
             }
             h.Close();
-            UnmountNavVolume();
+            UnmountNavVolume(g_app.nav);
         }
         if (!ctx.Ui().Boxes().empty())
             throw ToolFailure("the navigation database could not be searched");

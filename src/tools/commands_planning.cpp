@@ -8,7 +8,6 @@
 #include "aircraft/fuel_plan_dialog.hpp"
 #include "app/default_data.hpp"
 #include "app/state/app_state.hpp"
-#include "app/state/settings.hpp"
 #include "planning/flight_log.hpp"
 #include "planning/plan_dialogs.hpp"
 #include "planning/sector_computation.hpp"
@@ -17,6 +16,7 @@
 #include "planning/wind_table.hpp"
 #include "planning/wind_table_dialog.hpp"
 #include "platform/text.hpp"
+#include "settings/settings.hpp"
 #include "store/record_store.hpp"
 #include "tools/tool_context.hpp"
 
@@ -29,11 +29,10 @@ using platform::PropVal;
 // What the program does at start before any of these dialogs can run.
 void StartUp(ToolContext& ctx) {
     ctx.OpenStore();
-    CreateDefaultSettings();
-    LoadSettings();
+    CreateDefaultSettings(g_app.settings);
+    LoadSettings(g_app.settings);
     CreateDefaultData();
-    InstallPlanningHooks();
-    RefreshPlanSectorCount();
+    RefreshPlanSectorCount(g_app.settings, g_app.plan);
 }
 
 // Throws with the last message box shown since `before`, or with `fallback`.
@@ -63,7 +62,7 @@ void AddWind(CLI::App& app, ToolContext& ctx) {
     wind->add_subcommand("list", "The rows in altitude order, as the wind table dialog lists them")
         ->callback([&ctx] {
             StartUp(ctx);
-            WindTableDialog d;
+            WindTableDialog d{g_app.settings, g_app.plan};
             d.Refresh();
             for (std::size_t i = 0; i < d.Lines().size(); ++i)
                 ctx.Out().Emit(WindRowJson(static_cast<int>(i + 1), d.Lines()[i]));
@@ -86,7 +85,7 @@ void AddWind(CLI::App& app, ToolContext& ctx) {
         edit.SetText(WindEditDialog::kSpeed, row->speed);
         edit.SetText(WindEditDialog::kTemperature, row->temp);
         std::size_t before = ctx.Ui().BoxTexts().size();
-        WindTableDialog d;
+        WindTableDialog d{g_app.settings, g_app.plan};
         d.Refresh();
         if (!d.Finish(edit, platform::kIdOk))
             FailWithBox(ctx, before, "row not written");
@@ -106,7 +105,7 @@ void AddWind(CLI::App& app, ToolContext& ctx) {
     addValues(edit);
     edit->callback([&ctx, row, write] {
         StartUp(ctx);
-        WindTableDialog d;
+        WindTableDialog d{g_app.settings, g_app.plan};
         d.Refresh();
         d.Select(static_cast<int>(
             ZeroBased(row->index, static_cast<std::uint32_t>(d.Lines().size()), "wind table row")));
@@ -120,7 +119,7 @@ void AddWind(CLI::App& app, ToolContext& ctx) {
     del->add_option("INDEX", row->index, "Row, 1 = the lowest altitude")->required();
     del->callback([&ctx, row] {
         StartUp(ctx);
-        WindTableDialog d;
+        WindTableDialog d{g_app.settings, g_app.plan};
         d.Refresh();
         std::size_t count = d.Lines().size();
         d.Select(static_cast<int>(
@@ -158,10 +157,10 @@ SectorEnd Resolve(ToolContext& ctx, const std::string& text) {
     }
     std::size_t before = ctx.Ui().BoxTexts().size();
     std::u16string wide = Utf8ToUtf16(text);
-    auto found = SearchWaypoints(wide);
+    auto found = SearchWaypoints(g_app.settings, g_app.nav, wide);
     if (found.empty() && g_app.settings.IcaoSearch == 0 && ctx.Ui().BoxTexts().size() == before) {
         g_app.settings.IcaoSearch = 1;
-        for (auto& w : SearchWaypoints(wide))
+        for (auto& w : SearchWaypoints(g_app.settings, g_app.nav, wide))
             if (w.Ident == wide)
                 found.push_back(std::move(w));
         g_app.settings.IcaoSearch = 0;
@@ -262,7 +261,8 @@ void RunSectorDialog(ToolContext& ctx, SectorDialog& d) {
     std::size_t before = ctx.Ui().BoxTexts().size();
     if (d.Ok() != 1)
         FailWithBox(ctx, before, "sector not written");
-    ctx.Out().Emit({{"plan", g_app.settings.ActivePlanName.utf8()}, {"sectors", g_app.plan.PlanSectorCount}});
+    ctx.Out().Emit(
+        {{"plan", g_app.settings.ActivePlanName.utf8()}, {"sectors", g_app.plan.PlanSectorCount}});
 }
 
 void UseDb(const SectorArgs& a) {
@@ -302,7 +302,7 @@ Json LogJson(const FlightLogRow& r) {
 }
 
 void PrintPlan(ToolContext& ctx) {
-    FlightLog log = BuildFlightLog();
+    FlightLog log = BuildFlightLog(g_app.settings, g_app.plan, g_app.leg);
     if (!ctx.Out().IsJson()) {
         std::cout << "Plan " << g_app.settings.ActivePlanName.utf8() << ", aircraft "
                   << g_app.settings.AircraftReg.utf8() << "\n"
@@ -311,8 +311,8 @@ void PrintPlan(ToolContext& ctx) {
     }
     // Each sector shaped as "db dump" prints a record, then the totals.
     auto h = platform::Sys().store->OpenDatabase(platform::kObjectStoreVolume,
-                                                 g_app.settings.ActivePlanName.view(), schema::kSecNumber,
-                                                 platform::kOpenAutoIncrement);
+                                                 g_app.settings.ActivePlanName.view(),
+                                                 schema::kSecNumber, platform::kOpenAutoIncrement);
     std::vector<PropVal> props;
     for (std::size_t row = 0; h; ++row) {
         platform::CeOid oid = h.Read(props);
@@ -349,8 +349,8 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
     plan->add_subcommand("list", "The plans, the active one marked")->callback([&ctx] {
         StartUp(ctx);
         for (const auto& name : ListPlans())
-            ctx.Out().Emit(
-                {{"name", Utf16ToUtf8(name)}, {"active", name == g_app.settings.ActivePlanName.view()}});
+            ctx.Out().Emit({{"name", Utf16ToUtf8(name)},
+                            {"active", name == g_app.settings.ActivePlanName.view()}});
     });
 
     auto name = std::make_shared<std::string>();
@@ -362,12 +362,12 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
         if (wide.empty() || wide.size() > NewPlanDialog::kMaxName)
             throw ToolFailure("a plan name has 1 to 23 characters");
         std::size_t before = ctx.Ui().BoxTexts().size();
-        NewPlanDialog d;
+        NewPlanDialog d{g_app.settings, g_app.plan};
         d.SetName(wide);
         d.Ok();
         if (ctx.Ui().BoxTexts().size() > before)
             FailWithBox(ctx, before, "");
-        SaveSettings();
+        SaveSettings(g_app.settings);
         ctx.Out().Emit({{"plan", *name}, {"id", g_app.settings.CurrentPlanId}});
     });
 
@@ -375,15 +375,15 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
     open->add_option("NAME", *name, "Plan name")->required();
     open->callback([&ctx, name] {
         StartUp(ctx);
-        OpenPlanDialog d;
+        OpenPlanDialog d{g_app.settings, g_app.plan};
         d.Open();
         const auto& entries = d.Entries();
         auto it = std::find(entries.begin(), entries.end(), Utf8ToUtf16(*name));
         if (it == entries.end())
             throw ToolFailure("no plan named \"" + *name + "\"");
         d.Choose(static_cast<int>(it - entries.begin()));
-        AfterPlanOpened();
-        SaveSettings();
+        AfterPlanOpened(g_app.settings, g_app.plan, g_app.nav);
+        SaveSettings(g_app.settings);
         ctx.Out().Emit({{"plan", *name}, {"sectors", g_app.plan.PlanSectorCount}});
     });
 
@@ -391,7 +391,7 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
     del->add_option("NAME", *name, "Plan name")->required();
     del->callback([&ctx, name] {
         StartUp(ctx);
-        DeletePlanDialog d;
+        DeletePlanDialog d{g_app.settings};
         d.Open();
         const auto& entries = d.Entries();
         auto it = std::find(entries.begin(), entries.end(), Utf8ToUtf16(*name));
@@ -425,7 +425,7 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
     add->callback([&ctx, sa] {
         StartUp(ctx);
         UseDb(*sa);
-        SectorDialog d = SectorDialog::ForNew();
+        SectorDialog d = SectorDialog::ForNew(g_app.settings, g_app.plan, g_app.nav);
         CheckStart(ctx, d, sa->from);
         ApplySectorOptions(ctx, d, *sa);
         RunSectorDialog(ctx, d);
@@ -439,7 +439,8 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
         StartUp(ctx);
         UseDb(*sa);
         SectorDialog d =
-            SectorDialog::ForInsert(ZeroBased(sa->index, g_app.plan.PlanSectorCount, "sector"));
+            SectorDialog::ForInsert(g_app.settings, g_app.plan, g_app.nav,
+                                    ZeroBased(sa->index, g_app.plan.PlanSectorCount, "sector"));
         ApplySectorOptions(ctx, d, *sa);
         RunSectorDialog(ctx, d);
     });
@@ -452,7 +453,8 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
     edit->callback([&ctx, sa] {
         StartUp(ctx);
         UseDb(*sa);
-        auto d = SectorDialog::ForEdit(ZeroBased(sa->index, g_app.plan.PlanSectorCount, "sector"));
+        auto d = SectorDialog::ForEdit(g_app.settings, g_app.plan, g_app.nav,
+                                       ZeroBased(sa->index, g_app.plan.PlanSectorCount, "sector"));
         if (!d)
             throw ToolFailure("cannot read sector " + std::to_string(sa->index));
         if (!sa->from.empty()) {
@@ -470,19 +472,21 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
     remove->callback([&ctx, index] {
         StartUp(ctx);
         std::size_t before = ctx.Ui().BoxTexts().size();
-        if (!DeletePlanSector(ZeroBased(*index, g_app.plan.PlanSectorCount, "sector")))
+        if (!DeletePlanSector(g_app.settings, g_app.plan,
+                              ZeroBased(*index, g_app.plan.PlanSectorCount, "sector")))
             FailWithBox(ctx, before, "sector not deleted");
-        ctx.Out().Emit({{"plan", g_app.settings.ActivePlanName.utf8()}, {"sectors", g_app.plan.PlanSectorCount}});
+        ctx.Out().Emit({{"plan", g_app.settings.ActivePlanName.utf8()},
+                        {"sectors", g_app.plan.PlanSectorCount}});
     });
 
     plan->add_subcommand("reverse", "Reverses the active plan and recomputes its route")
         ->callback([&ctx] {
             StartUp(ctx);
             std::size_t before = ctx.Ui().BoxTexts().size();
-            if (!ReversePlan())
+            if (!ReversePlan(g_app.settings, g_app.plan))
                 FailWithBox(ctx, before, "plan not reversed");
-            ctx.Out().Emit(
-                {{"plan", g_app.settings.ActivePlanName.utf8()}, {"sectors", g_app.plan.PlanSectorCount}});
+            ctx.Out().Emit({{"plan", g_app.settings.ActivePlanName.utf8()},
+                            {"sectors", g_app.plan.PlanSectorCount}});
         });
 
     auto airspeeds = std::make_shared<bool>(false);
@@ -491,9 +495,10 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
     recompute->callback([&ctx, airspeeds] {
         StartUp(ctx);
         std::size_t before = ctx.Ui().BoxTexts().size();
-        if (!RecomputePlanRoute(*airspeeds ? 1 : 0))
+        if (!RecomputePlanRoute(g_app.settings, g_app.plan, *airspeeds ? 1 : 0))
             FailWithBox(ctx, before, "plan not recomputed");
-        ctx.Out().Emit({{"plan", g_app.settings.ActivePlanName.utf8()}, {"sectors", g_app.plan.PlanSectorCount}});
+        ctx.Out().Emit({{"plan", g_app.settings.ActivePlanName.utf8()},
+                        {"sectors", g_app.plan.PlanSectorCount}});
     });
 }
 
@@ -510,7 +515,7 @@ void AddFuel(CLI::App& app, ToolContext& ctx) {
         ->excludes(hold);
     fuel->callback([&ctx, a] {
         StartUp(ctx);
-        FuelPlanDialog d;
+        FuelPlanDialog d{g_app.settings, g_app.aircraft};
         d.Open();
         if (!a->inTanks.empty()) {
             d.ChooseLoaded();
@@ -532,7 +537,8 @@ void AddFuel(CLI::App& app, ToolContext& ctx) {
         }
         out["total"] = d.Total();
         // A sector that cannot be flown leaves no trip figure, and no total to load.
-        out["tripFuel"] = d.Flyable() ? Json(g_app.aircraft.PlanTripFuel) : Json(std::string(kUnknownFuel));
+        out["tripFuel"] =
+            d.Flyable() ? Json(g_app.aircraft.PlanTripFuel) : Json(std::string(kUnknownFuel));
         out["totalFuel"] = d.Flyable() || !d.CalculateChecked() ? Json(g_app.aircraft.PlanTotalFuel)
                                                                 : Json(std::string(kUnknownFuel));
         d.Close(1);
@@ -565,12 +571,12 @@ void AddAircraft(CLI::App& app, ToolContext& ctx) {
     use->add_option("REG", *reg, "Registration")->required();
     use->callback([&ctx, reg] {
         StartUp(ctx);
-        if (!MakeAircraftCurrent(Utf8ToUtf16(*reg)))
+        if (!MakeAircraftCurrent(g_app.settings, g_app.aircraft, Utf8ToUtf16(*reg)))
             throw ToolFailure("no aircraft registered \"" + *reg + "\"");
         std::size_t before = ctx.Ui().BoxTexts().size();
-        if (!RecomputePlan(1))
+        if (!RecomputePlan(g_app.settings, g_app.plan, 1))
             FailWithBox(ctx, before, "plan not recomputed");
-        SaveSettings();
+        SaveSettings(g_app.settings);
         ctx.Out().Emit({{"aircraft", *reg}, {"plan", g_app.settings.ActivePlanName.utf8()}});
     });
 }

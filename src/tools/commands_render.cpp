@@ -7,13 +7,13 @@
 #include "app/default_data.hpp"
 #include "app/main_window.hpp"
 #include "app/state/app_state.hpp"
-#include "app/state/settings.hpp"
 #include "gps/fix_publication.hpp"
 #include "gps/position_text.hpp"
 #include "planning/plan_dialogs.hpp"
 #include "planning/sector_computation.hpp"
 #include "platform/services.hpp"
 #include "qt/graphics/headless.hpp"
+#include "settings/settings.hpp"
 #include "store/airspace_loader.hpp"
 #include "store/nav_database_loader.hpp"
 #include "tools/tool_context.hpp"
@@ -34,24 +34,23 @@ struct MapArgs {
 };
 
 void OpenPlanNamed(const std::string& name) {
-    OpenPlanDialog d;
+    OpenPlanDialog d{g_app.settings, g_app.plan};
     d.Open();
     const auto& entries = d.Entries();
     auto it = std::find(entries.begin(), entries.end(), Utf8ToUtf16(name));
     if (it == entries.end())
         throw ToolFailure("no plan named \"" + name + "\"");
     d.Choose(static_cast<int>(it - entries.begin()));
-    AfterPlanOpened();
+    AfterPlanOpened(g_app.settings, g_app.plan, g_app.nav);
 }
 
 // The platform, the default data and the plan, as the window has them.
 void SetUp(ToolContext& ctx) {
     ctx.OpenStore();
-    CreateDefaultSettings();
-    LoadSettings();
+    CreateDefaultSettings(g_app.settings);
+    LoadSettings(g_app.settings);
     CreateDefaultData();
-    InstallPlanningHooks();
-    RefreshPlanSectorCount();
+    RefreshPlanSectorCount(g_app.settings, g_app.plan);
 }
 
 void PublishFix(const MapArgs& a) {
@@ -92,11 +91,12 @@ void RenderMap(ToolContext& ctx, const MapArgs& a) {
         PaintMapFrame(*canvas);
     }
     Save(headless, frame, a.out);
-    ctx.Out().Emit({{"out", a.out},
-                    {"width", frame.Width()},
-                    {"height", frame.Height()},
-                    {"map", g_app.view.MapLoaded ? g_app.view.CurrentMapPath.utf8() : std::string()},
-                    {"position", g_app.gps.Fix.positionText.utf8()}});
+    ctx.Out().Emit(
+        {{"out", a.out},
+         {"width", frame.Width()},
+         {"height", frame.Height()},
+         {"map", g_app.view.MapLoaded ? g_app.view.CurrentMapPath.utf8() : std::string()},
+         {"position", g_app.gps.Fix.positionText.utf8()}});
 }
 
 void RenderInstruments(ToolContext& ctx, const MapArgs& a, bool aerix) {
@@ -106,11 +106,11 @@ void RenderInstruments(ToolContext& ctx, const MapArgs& a, bool aerix) {
         OpenPlanNamed(a.plan);
     // The arrays, as the loading dialog fills them (no airspace file: no airspace).
     if (std::filesystem::exists(platform::Sys().root->Resolve(kAirspaceFile)))
-        LoadAirspace();
+        LoadAirspace(g_app.nav);
     if (!a.database.empty())
         g_app.settings.NavDatabaseName.assign(Utf8ToUtf16(a.database));
     if (!g_app.settings.NavDatabaseName.empty())
-        LoadNavDatabase();
+        LoadNavDatabase(g_app.settings, g_app.nav);
     g_app.nav.ArraysPending = 0;
 
     g_app.settings.ViewMode = kViewInstruments;
@@ -120,7 +120,8 @@ void RenderInstruments(ToolContext& ctx, const MapArgs& a, bool aerix) {
     g_app.view.InstrumentRangeStep = a.range;
     PublishFix(a);
 
-    InstrumentFrameInput in = PrepareInstrumentFrame();
+    InstrumentFrameInput in =
+        PrepareInstrumentFrame({g_app.view, g_app.settings, g_app.gps, g_app.leg}, g_app.nav);
     platform::Graphics& graphics = headless.Graphics();
     platform::Bitmap picture = RenderInstrumentFrame(
         in, [&graphics](platform::Bitmap& b) { return graphics.CanvasOn(b); });

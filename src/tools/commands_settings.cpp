@@ -2,7 +2,7 @@
 #include <CLI/CLI.hpp>
 
 #include "app/state/app_state.hpp"
-#include "app/state/settings.hpp"
+#include "settings/settings.hpp"
 #include "tools/tool_context.hpp"
 
 namespace aerix::tools {
@@ -12,8 +12,8 @@ void AddSettingsCommands(CLI::App& app, ToolContext& ctx) {
     cmd->callback([&ctx] {
         ctx.OpenPlatform();
         g_app.settings.PortName.assign(u"COM1:");  // preset by start-up before the settings load
-        CreateDefaultSettings();
-        LoadSettings();
+        CreateDefaultSettings(g_app.settings);
+        LoadSettings(g_app.settings);
         const SettingsState& s = g_app.settings;
         ctx.Out().Emit({
             {"AcReg", s.AircraftReg.utf8()},

@@ -5,11 +5,11 @@
 
 #include "app/default_data.hpp"
 #include "app/state/app_state.hpp"
-#include "app/state/settings.hpp"
 #include "platform/disk_space.hpp"
 #include "platform/object_store.hpp"
 #include "platform/text.hpp"
 #include "qt/graphics/headless.hpp"
+#include "settings/settings.hpp"
 #include "store/record_store.hpp"
 #include "tools/tool_context.hpp"
 #include "views/chart_generator.hpp"
@@ -103,8 +103,8 @@ void AddInit(CLI::App& app, ToolContext& ctx) {
     cmd->callback([&ctx] {
         ctx.OpenPlatform();
         g_app.settings.PortName.assign(u"COM1:");  // preset by start-up before the settings load
-        CreateDefaultSettings();
-        LoadSettings();
+        CreateDefaultSettings(g_app.settings);
+        LoadSettings(g_app.settings);
         DefaultNavBuild world = CreateDefaultData();
         ChartGeneration charts;
         {

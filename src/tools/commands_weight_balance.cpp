@@ -11,8 +11,8 @@
 #include "aircraft/weight_balance_dialogs.hpp"
 #include "app/default_data.hpp"
 #include "app/state/app_state.hpp"
-#include "app/state/settings.hpp"
 #include "platform/text.hpp"
+#include "settings/settings.hpp"
 #include "store/record_store.hpp"
 #include "tools/tool_context.hpp"
 #include "utilities/entry_text.hpp"
@@ -23,8 +23,8 @@ namespace {
 
 void StartUp(ToolContext& ctx) {
     ctx.OpenStore();
-    CreateDefaultSettings();
-    LoadSettings();
+    CreateDefaultSettings(g_app.settings);
+    LoadSettings(g_app.settings);
     CreateDefaultData();
 }
 

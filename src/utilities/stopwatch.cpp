@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "app/state/app_state.hpp"
 #include "platform/services.hpp"
 
 namespace aerix {
@@ -14,10 +13,10 @@ void StopwatchDialog::Open() {
 
 void StopwatchDialog::Start() {
     display_ = "00:00:00";
-    g_app.stopwatch.StopwatchSeconds = 0;
-    g_app.stopwatch.StopwatchMinutes = 0;
-    g_app.stopwatch.StopwatchHours = 0;
-    g_app.stopwatch.StopwatchTimer = kTimerId;
+    state_.StopwatchSeconds = 0;
+    state_.StopwatchMinutes = 0;
+    state_.StopwatchHours = 0;
+    state_.StopwatchTimer = kTimerId;
     startMs_ = platform::Sys().clock->NowMs();
     ticks_ = 0;
 }
@@ -40,33 +39,33 @@ std::int64_t StopwatchDialog::MsToNextTick() const {
 }
 
 void StopwatchDialog::Tick() {
-    if (++g_app.stopwatch.StopwatchSeconds == 60) {
-        g_app.stopwatch.StopwatchSeconds = 0;
-        if (++g_app.stopwatch.StopwatchMinutes == 60) {
-            g_app.stopwatch.StopwatchMinutes = 0;
-            ++g_app.stopwatch.StopwatchHours;
+    if (++state_.StopwatchSeconds == 60) {
+        state_.StopwatchSeconds = 0;
+        if (++state_.StopwatchMinutes == 60) {
+            state_.StopwatchMinutes = 0;
+            ++state_.StopwatchHours;
         }
     }
     Show();
 }
 
 void StopwatchDialog::Stop() {
-    g_app.stopwatch.StopwatchTimer = 0;
+    state_.StopwatchTimer = 0;
 }
 
 int StopwatchDialog::Cancel() {
-    g_app.stopwatch.StopwatchTimer = 0;
+    state_.StopwatchTimer = 0;
     return 2;
 }
 
 bool StopwatchDialog::Running() const {
-    return g_app.stopwatch.StopwatchTimer != 0;
+    return state_.StopwatchTimer != 0;
 }
 
 void StopwatchDialog::Show() {
     char buf[40];
-    std::snprintf(buf, sizeof buf, "%02d:%02d:%02d", g_app.stopwatch.StopwatchHours, g_app.stopwatch.StopwatchMinutes,
-                  g_app.stopwatch.StopwatchSeconds);
+    std::snprintf(buf, sizeof buf, "%02d:%02d:%02d", state_.StopwatchHours, state_.StopwatchMinutes,
+                  state_.StopwatchSeconds);
     display_ = buf;
 }
 

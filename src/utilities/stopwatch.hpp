@@ -1,12 +1,14 @@
-// The "Timer" dialog model: a stopwatch in hours, minutes and seconds. The counters live in
-// g_app, so they outlast the dialog. The ticks follow the monotonic clock: the front end calls
-// Update() when its timer fires and arms it again for MsToNextTick(), so a late or coarse timer
-// never loses a tick.
+// The "Timer" dialog model: a stopwatch in hours, minutes and seconds. The counters live in the
+// StopwatchState it is given, so they outlast the dialog. The ticks follow the monotonic clock: the
+// front end calls Update() when its timer fires and arms it again for MsToNextTick(), so a late or
+// coarse timer never loses a tick.
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <string_view>
+
+#include "utilities/stopwatch_state.hpp"
 
 namespace aerix {
 
@@ -17,6 +19,8 @@ class StopwatchDialog {
     // Deliberately short of a second: the stopwatch has always run about 2.6 percent fast and
     // pilots' habits are set by it.
     static constexpr int kTimerPeriodMs = 975;
+
+    explicit StopwatchDialog(StopwatchState& state) : state_(state) {}
 
     // Shows "00:00:00"; the counters keep whatever they hold.
     void Open();
@@ -38,6 +42,7 @@ class StopwatchDialog {
 
   private:
     void Show();
+    StopwatchState& state_;
     std::string display_ = "00:00:00";
     std::int64_t startMs_ = 0;
     std::int64_t ticks_ = 0;  // periods counted since Start

@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <optional>
 
-#include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "platform/numeric.hpp"
 #include "platform/services.hpp"
@@ -48,15 +47,14 @@ std::optional<double> ReadAngle(const SunDialog& dialog, SunDialog::Field first)
 
 }  // namespace
 
-void SunDialog::Open() {
+void SunDialog::Open(double latitude, double longitude) {
     platform::Sys().ui->SetTitle(kTitle);
-    const GpsFix& fix = g_app.gps.Fix;
-    SplitAngle(fix.latitude, "%02d", fields_[kLatDegrees], fields_[kLatMinutes],
+    SplitAngle(latitude, "%02d", fields_[kLatDegrees], fields_[kLatMinutes],
                fields_[kLatHundredths]);
-    SplitAngle(fix.longitude, "%03d", fields_[kLonDegrees], fields_[kLonMinutes],
+    SplitAngle(longitude, "%03d", fields_[kLonDegrees], fields_[kLonMinutes],
                fields_[kLonHundredths]);
-    latHemisphere_ = fix.latitude < 0 ? 'S' : 'N';
-    lonHemisphere_ = fix.longitude < 0 ? 'W' : 'E';
+    latHemisphere_ = latitude < 0 ? 'S' : 'N';
+    lonHemisphere_ = longitude < 0 ? 'W' : 'E';
 
     platform::UtcTime now = platform::Sys().clock->UtcNow();
     char line[48];

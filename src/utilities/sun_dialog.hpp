@@ -23,9 +23,9 @@ class SunDialog {
 
     static constexpr std::string_view kTitle = "Sunrise/sunset";
 
-    // Shows the title, fills the fields from the present fix and the date line from the UTC
-    // clock, and computes.
-    void Open();
+    // Shows the title, fills the fields from the position (the present fix, in CentiMinutes) and
+    // the date line from the UTC clock, and computes.
+    void Open(double latitude, double longitude);
     // The user typed into a field; the hundredths fields are held to 99.
     void Edit(Field field, std::string_view text);
     // The hemisphere buttons toggle N/S and E/W.

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "app/state/app_state.hpp"
 #include "gps/fix_publication.hpp"
 #include "gps/nav_math.hpp"
 #include "views/data_bar.hpp"
@@ -40,12 +39,11 @@ DataBarInfo BarTo(std::u16string name, double lat, double lon, double fromLat, d
 }
 
 // Ends a direct-to whose waypoint has been reached: the plan goes on from there.
-void EndDirectTo(const std::vector<SectorRecord>& sectors) {
-    g_app.leg.ActiveSectorIndex =
-        SectorAfterDirectTo(sectors, g_app.leg.DirectToTargetLatitude, g_app.leg.DirectToTargetLongitude,
-                            g_app.leg.ActiveSectorIndex);
-    g_app.leg.DirectToStartLatitude.store(0);
-    g_app.leg.LegChange.store(1);
+void EndDirectTo(const std::vector<SectorRecord>& sectors, LegState& leg) {
+    leg.ActiveSectorIndex = SectorAfterDirectTo(sectors, leg.DirectToTargetLatitude,
+                                                leg.DirectToTargetLongitude, leg.ActiveSectorIndex);
+    leg.DirectToStartLatitude.store(0);
+    leg.LegChange.store(1);
 }
 
 }  // namespace
@@ -86,42 +84,45 @@ std::uint32_t SectorAfterDirectTo(const std::vector<SectorRecord>& sectors, std:
     return active;
 }
 
-ActiveLeg SequenceActiveLeg(const std::vector<SectorRecord>& sectors, double lat, double lon) {
+ActiveLeg SequenceActiveLeg(const std::vector<SectorRecord>& sectors, const GpsState& gps,
+                            LegState& legState, DataBarInfo& dataBar) {
+    const double lat = gps.Fix.latitude;
+    const double lon = gps.Fix.longitude;
     const auto count = static_cast<std::uint32_t>(sectors.size());
     ActiveLeg leg;
     // Before the first fix the position is no position at all (0, 0 until a feed publishes), and
     // a feed started again still shows the last fix of the one before: a paint then must not skip
     // the legs the aircraft has not flown yet.
-    const bool anyFix = g_app.gps.Fix.positionKnown;
-    const bool haveFix = anyFix && FixSinceFeedStart(g_app.gps);
+    const bool anyFix = gps.Fix.positionKnown;
+    const bool haveFix = anyFix && FixSinceFeedStart(gps);
 
-    if (g_app.leg.DirectToStartLatitude.load() != 0) {
-        const double course = double(g_app.leg.DirectToCourse.load());
-        DataBarInfo bar = BarTo(g_app.leg.DirectToName, g_app.leg.DirectToTargetLatitude,
-                                g_app.leg.DirectToTargetLongitude, lat, lon, course);
+    if (legState.DirectToStartLatitude.load() != 0) {
+        const double course = double(legState.DirectToCourse.load());
+        DataBarInfo bar = BarTo(legState.DirectToName, legState.DirectToTargetLatitude,
+                                legState.DirectToTargetLongitude, lat, lon, course);
         if (haveFix && !bar.ahead) {
-            EndDirectTo(sectors);
+            EndDirectTo(sectors, legState);
         } else {
             leg.valid = true;
             leg.direct = true;
             leg.bar = bar;
-            leg.startLatitude = g_app.leg.DirectToStartLatitude.load();
-            leg.startLongitude = g_app.leg.DirectToStartLongitude.load();
-            leg.endLatitude = g_app.leg.DirectToTargetLatitude;
-            leg.endLongitude = g_app.leg.DirectToTargetLongitude;
+            leg.startLatitude = legState.DirectToStartLatitude.load();
+            leg.startLongitude = legState.DirectToStartLongitude.load();
+            leg.endLatitude = legState.DirectToTargetLatitude;
+            leg.endLongitude = legState.DirectToTargetLongitude;
             leg.course = course;
         }
     }
 
-    if (!leg.direct && g_app.leg.ActiveSectorIndex < count) {
-        const SectorRecord* s = &sectors[g_app.leg.ActiveSectorIndex];
+    if (!leg.direct && legState.ActiveSectorIndex < count) {
+        const SectorRecord* s = &sectors[legState.ActiveSectorIndex];
         DataBarInfo bar =
             BarTo(EndName(*s), s->EndLatitude, s->EndLongitude, lat, lon, s->TrueCourse);
-        while (haveFix && !bar.ahead && g_app.leg.ActiveSectorIndex < count - 1) {
+        while (haveFix && !bar.ahead && legState.ActiveSectorIndex < count - 1) {
             // On to the next sector, measured from the same position.
-            ++g_app.leg.ActiveSectorIndex;
-            g_app.leg.LegChange.store(1);
-            s = &sectors[g_app.leg.ActiveSectorIndex];
+            ++legState.ActiveSectorIndex;
+            legState.LegChange.store(1);
+            s = &sectors[legState.ActiveSectorIndex];
             bar = BarTo(EndName(*s), s->EndLatitude, s->EndLongitude, lat, lon, s->TrueCourse);
         }
         leg.valid = true;
@@ -135,20 +136,21 @@ ActiveLeg SequenceActiveLeg(const std::vector<SectorRecord>& sectors, double lat
 
     // The model is asked at the aircraft, or before a fix at the start of the leg.
     const SectorRecord* active =
-        g_app.leg.ActiveSectorIndex < count ? &sectors[g_app.leg.ActiveSectorIndex] : nullptr;
+        legState.ActiveSectorIndex < count ? &sectors[legState.ActiveSectorIndex] : nullptr;
     const double refLat = anyFix ? lat : leg.startLatitude;
     const double refLon = anyFix ? lon : leg.startLongitude;
-    leg.reference = ChooseDirectionReference(g_app.gps.Fix, anyFix, refLat, refLon,
+    leg.reference = ChooseDirectionReference(gps.Fix, anyFix, refLat, refLon,
                                              active ? &active->Variation : nullptr);
     leg.bar.reference = leg.reference;
     leg.bar.haveFix = anyFix;
-    g_app.view.DataBar = leg.bar;
+    dataBar = leg.bar;
     return leg;
 }
 
-void UpdateActiveLeg(platform::Canvas& view, const std::vector<SectorRecord>& sectors) {
-    SequenceActiveLeg(sectors, g_app.gps.Fix.latitude, g_app.gps.Fix.longitude);
-    DrawDataBar(view, g_app.view.DataBar, kMapDataBar);
+void UpdateActiveLeg(platform::Canvas& view, const ViewInputs& in,
+                     const std::vector<SectorRecord>& sectors) {
+    SequenceActiveLeg(sectors, in.gps, in.leg, in.view.DataBar);
+    DrawDataBar(view, in.view.DataBar, kMapDataBar);
 }
 
 }  // namespace aerix

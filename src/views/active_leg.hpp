@@ -5,6 +5,8 @@
 
 #include <vector>
 
+#include "gps/gps_state.hpp"
+#include "gps/leg_state.hpp"
 #include "store/records.hpp"
 #include "views/map_types.hpp"
 
@@ -23,12 +25,12 @@ struct ActiveLeg {
     DirectionReference reference;
 };
 
-// Sequences g_app.leg.ActiveSectorIndex over the plan's sectors for the position (CentiMinutes),
-// raising g_app.leg.LegChange when it advances, and stores the data bar's content in g_app.view.DataBar.
-// While a direct-to is active the leg runs to its waypoint; once that falls behind the direct-to
-// ends and the plan goes on from the sector that starts there.
-ActiveLeg SequenceActiveLeg(const std::vector<SectorRecord>& sectors, double latitude,
-                            double longitude);
+// Sequences legState.ActiveSectorIndex over the plan's sectors for gps.Fix, raising
+// legState.LegChange when it advances, and stores the data bar's content in dataBar. While a
+// direct-to is active the leg runs to its waypoint; once that falls behind the direct-to ends and
+// the plan goes on from the sector that starts there.
+ActiveLeg SequenceActiveLeg(const std::vector<SectorRecord>& sectors, const GpsState& gps,
+                            LegState& legState, DataBarInfo& dataBar);
 
 // The sector the plan goes on with once a direct-to reaches (latitude, longitude): the first one
 // that starts there (at or after the active one, if any does), else the one after the sector

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/state/app_state.hpp"
 #include "gps/nav_math.hpp"
 #include "platform/numeric.hpp"
 #include "views/map_view.hpp"
@@ -26,12 +25,13 @@ Point Polar(int x, int y, double length, double degrees) {
 }
 }  // namespace
 
-void DrawAircraftSymbol(platform::Canvas& view) {
-    g_app.view.SymbolBlink ^= 1;
-    view.SetPen({platform::PenStyle::Solid, 0, kCyan});
-    view.SetBrush({false, g_app.view.SymbolBlink == 1 ? platform::kWhite : platform::kBlack});
-    const int x = g_app.view.AircraftScreenX;
-    const int y = g_app.view.AircraftScreenY;
+void DrawAircraftSymbol(platform::Canvas& canvas, ViewState& view, const SettingsState& settings,
+                        const GpsFix& fix) {
+    view.SymbolBlink ^= 1;
+    canvas.SetPen({platform::PenStyle::Solid, 0, kCyan});
+    canvas.SetBrush({false, view.SymbolBlink == 1 ? platform::kWhite : platform::kBlack});
+    const int x = view.AircraftScreenX;
+    const int y = view.AircraftScreenY;
     static constexpr int kCross[13][2] = {{-1, 6},  {3, 6},   {3, 12},  {9, 12},  {9, 16},
                                           {3, 16},  {3, 22},  {-1, 22}, {-1, 16}, {-7, 16},
                                           {-7, 12}, {-1, 12}, {-1, 6}};
@@ -39,22 +39,22 @@ void DrawAircraftSymbol(platform::Canvas& view) {
     cross.reserve(13);
     for (const auto& p : kCross)
         cross.push_back({x + p[0], ClampRow(y + p[1])});
-    view.Polygon(cross);
+    canvas.Polygon(cross);
 
-    const double speed = g_app.gps.Fix.groundSpeed;
-    if (speed > 10.0 && g_app.settings.ShowTrackPointer == 1) {
+    const double speed = fix.groundSpeed;
+    if (speed > 10.0 && settings.ShowTrackPointer == 1) {
         const double length = speed * 0.47619047619047616;
-        const int theta = TruncInt32(g_app.gps.Fix.trueTrack - 90);
+        const int theta = TruncInt32(fix.trueTrack - 90);
         const int half = speed < 71 ? 11 : speed < 121 ? 7 : 4;
         const int cy = y + 14;
         Point tip = Polar(x, cy, length, theta);
-        view.MoveTo(x, cy);
-        view.LineTo(tip.x, tip.y);
-        view.Polygon({tip, Polar(x, cy, length - 10, theta - half),
-                      Polar(x, cy, length - 10, theta + half)});
+        canvas.MoveTo(x, cy);
+        canvas.LineTo(tip.x, tip.y);
+        canvas.Polygon({tip, Polar(x, cy, length - 10, theta - half),
+                        Polar(x, cy, length - 10, theta + half)});
     }
-    view.SetPen({});
-    view.SetBrush({});
+    canvas.SetPen({});
+    canvas.SetBrush({});
 }
 
 }  // namespace aerix

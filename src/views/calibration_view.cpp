@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "app/state/app_state.hpp"
 #include "views/map_view.hpp"
 
 namespace aerix {
@@ -27,46 +26,46 @@ void DrawCross(platform::Canvas& view, int x, int y) {
 }
 }  // namespace
 
-void BeginCalibrationView() {
-    g_app.view.AnchorX = g_app.view.AnchorY = 120;
-    g_app.view.MapSlackX = g_app.view.MapSlackY = 0;
+void BeginCalibrationView(ViewState& view) {
+    view.AnchorX = view.AnchorY = 120;
+    view.MapSlackX = view.MapSlackY = 0;
 }
 
-void PaintCalibrationView(platform::Canvas& view) {
-    PaintMapView(view, nullptr, 0);
-    const int x = g_app.view.AircraftScreenX;
-    const int y = g_app.view.AircraftScreenY;
-    DrawCross(view, x, y);
+void PaintCalibrationView(platform::Canvas& canvas, const ViewInputs& in) {
+    PaintMapView(canvas, nullptr, in, 0);
+    const ViewState& view = in.view;
+    const int x = view.AircraftScreenX;
+    const int y = view.AircraftScreenY;
+    DrawCross(canvas, x, y);
     const unsigned format =
         platform::kTextCenter | platform::kTextVCenter | platform::kTextSingleLine;
-    view.SetFont({11, false});
+    canvas.SetFont({11, false});
     // Short enough for the 240-pixel width in the 11-pixel font.
-    view.DrawText("Drag a known point under the cross", {0, 0, 240, 14}, format, platform::kBlack,
-                  platform::Rgb(255, 255, 0), false);
+    canvas.DrawText("Drag a known point under the cross", {0, 0, 240, 14}, format, platform::kBlack,
+                    platform::Rgb(255, 255, 0), false);
     char text[96];
     std::snprintf(text, sizeof text, "x %d  y %d   NE %s   SW %s",
-                  g_app.view.MapCenterX - g_app.view.AnchorX + x, g_app.view.MapCenterY - g_app.view.AnchorY + y - 14,
-                  g_app.view.CalibrationFirstDone ? "set" : "-",
-                  g_app.view.CalibrationSecondDone ? "set" : "-");
-    view.DrawText(text, {0, 254, 240, 268}, format, platform::kWhite, platform::Rgb(0, 0, 96),
-                  false);
+                  view.MapCenterX - view.AnchorX + x, view.MapCenterY - view.AnchorY + y - 14,
+                  view.CalibrationFirstDone ? "set" : "-",
+                  view.CalibrationSecondDone ? "set" : "-");
+    canvas.DrawText(text, {0, 254, 240, 268}, format, platform::kWhite, platform::Rgb(0, 0, 96),
+                    false);
 }
 
 void CalibrationPenDown(int x, int y) {
     g_lastPen = {x, y};
 }
 
-void CalibrationPenMove(int x, int y) {
-    const double zoom = g_app.view.MapZoom > 0 ? g_app.view.MapZoom : 1.0;
-    g_app.view.MapCenterX -= static_cast<int>((x - g_lastPen.x) / zoom);
-    g_app.view.MapCenterY -= static_cast<int>((y - g_lastPen.y) / zoom);
+void CalibrationPenMove(ViewState& view, int x, int y) {
+    const double zoom = view.MapZoom > 0 ? view.MapZoom : 1.0;
+    view.MapCenterX -= static_cast<int>((x - g_lastPen.x) / zoom);
+    view.MapCenterY -= static_cast<int>((y - g_lastPen.y) / zoom);
     // The cross can reach every pixel of the bitmap, no further.
-    const int offX = g_app.view.AircraftScreenX - g_app.view.AnchorX;
-    const int offY = g_app.view.AircraftScreenY - g_app.view.AnchorY - 14;
-    g_app.view.MapCenterX =
-        std::clamp(g_app.view.MapCenterX, -offX, std::max(-offX, g_app.view.MapWidth - 1 - offX));
-    g_app.view.MapCenterY =
-        std::clamp(g_app.view.MapCenterY, -offY, std::max(-offY, g_app.view.MapHeight - 1 - offY));
+    const int offX = view.AircraftScreenX - view.AnchorX;
+    const int offY = view.AircraftScreenY - view.AnchorY - 14;
+    view.MapCenterX = std::clamp(view.MapCenterX, -offX, std::max(-offX, view.MapWidth - 1 - offX));
+    view.MapCenterY =
+        std::clamp(view.MapCenterY, -offY, std::max(-offY, view.MapHeight - 1 - offY));
     g_lastPen = {x, y};
 }
 

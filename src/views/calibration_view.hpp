@@ -4,14 +4,17 @@
 #pragma once
 
 #include "platform/canvas.hpp"
+#include "views/view_inputs.hpp"
+#include "views/view_state.hpp"
 
 namespace aerix {
 
 // Anchor (120, 120) and no slack: the cross stands at the centre of the chart area.
-void BeginCalibrationView();
-void PaintCalibrationView(platform::Canvas& view);
+void BeginCalibrationView(ViewState& view);
+// The chart as the MAP view would paint it (in.view under the cross), the cross and the marks.
+void PaintCalibrationView(platform::Canvas& canvas, const ViewInputs& in);
 void CalibrationPenDown(int x, int y);
 // Drags the bitmap: the point under the pen follows it.
-void CalibrationPenMove(int x, int y);
+void CalibrationPenMove(ViewState& view, int x, int y);
 
 }  // namespace aerix

@@ -1,6 +1,5 @@
 #include "views/instrument_drawer.hpp"
 
-#include "app/state/app_state.hpp"
 #include "platform/services.hpp"
 
 namespace aerix {
@@ -30,14 +29,15 @@ void InstrumentDrawer::SetRenderer(Renderer renderer) {
     renderer_ = std::move(renderer);
 }
 
-bool InstrumentDrawer::Start(InstrumentFrameInput input, platform::Ui* ui) {
+bool InstrumentDrawer::Start(InstrumentFrameInput input, platform::Ui* ui,
+                             std::atomic<bool>& drawing) {
     if (running_.load())
         return false;
     // The last drawing has finished; only its thread object is left to join.
     if (thread_.joinable())
         thread_.join();
     running_.store(true);
-    g_app.gps.InstrumentDrawingRunning.store(true);
+    drawing.store(true);
     Renderer render = renderer_;
     if (!render) {
         platform::Graphics* graphics = platform::Sys().graphics;
@@ -45,8 +45,8 @@ bool InstrumentDrawer::Start(InstrumentFrameInput input, platform::Ui* ui) {
             return DrawWithSystemGraphics(in, graphics);
         };
     }
-    thread_ = std::jthread([this, input = std::move(input), render = std::move(render),
-                            ui](std::stop_token stop) mutable {
+    thread_ = std::jthread([this, input = std::move(input), render = std::move(render), ui,
+                            &drawing](std::stop_token stop) mutable {
         input.stop = stop;
         platform::Bitmap frame = render(input);
         const bool wanted = !stop.stop_requested();
@@ -56,7 +56,7 @@ bool InstrumentDrawer::Start(InstrumentFrameInput input, platform::Ui* ui) {
             haveReady_ = true;
         }
         finished_.fetch_add(1);
-        g_app.gps.InstrumentDrawingRunning.store(false);
+        drawing.store(false);
         running_.store(false);
         if (wanted && ui != nullptr)
             ui->InvalidateMainWindow(false);

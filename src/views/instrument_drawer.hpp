@@ -1,8 +1,8 @@
 // The instrument views' drawing thread. The paint handler shows the last finished frame and asks
-// for a new one; a drawing starts only when none runs. While it draws,
-// g_app.gps.InstrumentDrawingRunning is set (the feeds leave the fix alone meanwhile); when it is done
-// it hands its frame over, clears the flag and invalidates the main window so that the frame is
-// shown. Nothing spins: a frame is drawn once per request.
+// for a new one; a drawing starts only when none runs. While it draws, the flag given to Start
+// (the feeds' InstrumentDrawingRunning) is set (the feeds leave the fix alone meanwhile); when it
+// is done it hands its frame over, clears the flag and invalidates the main window so that the
+// frame is shown. Nothing spins: a frame is drawn once per request.
 #pragma once
 
 #include <atomic>
@@ -32,9 +32,9 @@ class InstrumentDrawer {
     // Replaces the renderer (between drawings).
     void SetRenderer(Renderer renderer);
 
-    // Starts drawing a frame from input, unless a drawing runs (false then). ui is told to
-    // repaint when the frame is ready.
-    bool Start(InstrumentFrameInput input, platform::Ui* ui);
+    // Starts drawing a frame from input, unless a drawing runs (false then). drawing is set
+    // until the frame is done; ui is told to repaint when the frame is ready.
+    bool Start(InstrumentFrameInput input, platform::Ui* ui, std::atomic<bool>& drawing);
     bool Running() const { return running_.load(); }
     // Waits for a running drawing to finish and hand its frame over.
     void Wait();

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstdio>
 
-#include "app/state/app_state.hpp"
 #include "gps/fix_publication.hpp"
 #include "views/data_bar.hpp"
 #include "views/map_view.hpp"
@@ -127,21 +126,22 @@ platform::Bitmap RenderInstrumentFrame(const InstrumentFrameInput& in,
     return frame;
 }
 
-InstrumentFrameInput PrepareInstrumentFrame() {
+InstrumentFrameInput PrepareInstrumentFrame(const ViewInputs& inputs, const NavDataState& nav) {
+    const GpsFix& fix = inputs.gps.Fix;
     InstrumentFrameInput in;
-    in.aerix = g_app.view.InstrumentAerix != 0;
-    in.centreX = g_app.view.InstrumentCentreX;
-    in.centreY = g_app.view.InstrumentCentreY;
-    in.rangeStep = g_app.view.InstrumentRangeStep;
-    in.fix = g_app.gps.Fix;
-    in.haveFix = g_app.gps.Fix.positionKnown;
+    in.aerix = inputs.view.InstrumentAerix != 0;
+    in.centreX = inputs.view.InstrumentCentreX;
+    in.centreY = inputs.view.InstrumentCentreY;
+    in.rangeStep = inputs.view.InstrumentRangeStep;
+    in.fix = fix;
+    in.haveFix = fix.positionKnown;
     // The banner shows in this frame only: once per void sentence.
-    if (g_app.gps.Fix.FixVoid) {
+    if (fix.FixVoid) {
         in.invalidSignal = true;
-        AcknowledgeVoidFix(g_app.gps);
+        AcknowledgeVoidFix(inputs.gps);
     }
-    std::vector<SectorRecord> sectors = ReadPlanSectors();
-    in.leg = SequenceActiveLeg(sectors, g_app.gps.Fix.latitude, g_app.gps.Fix.longitude);
+    std::vector<SectorRecord> sectors = ReadPlanSectors(inputs.settings);
+    in.leg = SequenceActiveLeg(sectors, inputs.gps, inputs.leg, inputs.view.DataBar);
     // The card turns to the track in the same reference as every figure over it.
     in.fix.magneticTrack = in.leg.reference.Shown(in.fix.trueTrack);
     in.route.reserve(sectors.size() + 1);
@@ -151,15 +151,14 @@ InstrumentFrameInput PrepareInstrumentFrame() {
     if (in.leg.direct)
         in.route.push_back(
             {in.leg.startLatitude, in.leg.startLongitude, in.leg.endLatitude, in.leg.endLongitude});
-    in.showAirspace = g_app.settings.ShowAirspace == 1;
-    in.showScale = g_app.settings.ShowScaleHsi == 1;
-    in.showLatLon = g_app.settings.ShowLatLonHsi == 1;
+    in.showAirspace = inputs.settings.ShowAirspace == 1;
+    in.showScale = inputs.settings.ShowScaleHsi == 1;
+    in.showLatLon = inputs.settings.ShowLatLonHsi == 1;
     in.nav = std::span<const NavEntry>(
-        g_app.nav.NavDatabase.data(),
-        std::min<std::size_t>(g_app.nav.NavEntryCount, g_app.nav.NavDatabase.size()));
+        nav.NavDatabase.data(), std::min<std::size_t>(nav.NavEntryCount, nav.NavDatabase.size()));
     in.airspace = std::span<const AirspaceEntry>(
-        g_app.nav.AirspaceOverlay.data(),
-        std::min<std::size_t>(g_app.nav.AirspaceEntryCount, g_app.nav.AirspaceOverlay.size()));
+        nav.AirspaceOverlay.data(),
+        std::min<std::size_t>(nav.AirspaceEntryCount, nav.AirspaceOverlay.size()));
     return in;
 }
 

@@ -24,8 +24,10 @@
 
 #include "gps/gps_fix.hpp"
 #include "platform/canvas.hpp"
+#include "store/nav_data_state.hpp"
 #include "store/nav_types.hpp"
 #include "views/active_leg.hpp"
+#include "views/view_inputs.hpp"
 
 namespace aerix {
 
@@ -81,7 +83,8 @@ platform::Bitmap RenderInstrumentFrame(const InstrumentFrameInput& in,
 void ShrinkInto(const platform::Bitmap& src, platform::Bitmap& dst, int dstTop, int dstHeight);
 
 // On the user-interface thread: sequences the active leg (as the MAP view does), acknowledges a
-// void fix (its banner goes into this frame) and copies what the frame needs from g_app.
-InstrumentFrameInput PrepareInstrumentFrame();
+// void fix (its banner goes into this frame) and copies what the frame needs from the view
+// state, the display flags, the fix, the leg and the loaded waypoints and airspace.
+InstrumentFrameInput PrepareInstrumentFrame(const ViewInputs& inputs, const NavDataState& nav);
 
 }  // namespace aerix

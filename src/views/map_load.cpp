@@ -2,7 +2,6 @@
 // then the plan route burnt into it.
 #include <filesystem>
 
-#include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
 #include "platform/text.hpp"
@@ -16,17 +15,18 @@ namespace aerix {
 
 using platform::Sys;
 
-void UnloadMap() {
+void UnloadMap(ViewState& view) {
     // Assigning a fresh bitmap gives the chart's memory back at once.
-    g_app.view.MapBitmap = platform::Bitmap();
-    g_app.view.MapLoaded = false;
+    view.MapBitmap = platform::Bitmap();
+    view.MapLoaded = false;
 }
 
-int LoadMapBitmap(std::u16string_view path) {
+int LoadMapBitmap(ViewState& view, const SettingsState& settings, const LegState& leg,
+                  std::u16string_view path) {
     if (path.empty())
         return 0;
-    if (g_app.view.MapLoaded)
-        UnloadMap();
+    if (view.MapLoaded)
+        UnloadMap(view);
     if (Sys().graphics == nullptr)
         return 1;
     platform::Bitmap bitmap;
@@ -38,32 +38,32 @@ int LoadMapBitmap(std::u16string_view path) {
             platform::ShowError(error);
         return 1;
     }
-    g_app.view.MapBitmap = std::move(bitmap);
-    g_app.view.MapLoaded = true;
-    g_app.view.MapRouteBurnt = false;
-    g_app.view.MapWidth = g_app.view.MapBitmap.Width();
-    g_app.view.MapHeight = g_app.view.MapBitmap.Height();
-    g_app.view.MapCenterX = g_app.view.AircraftScreenX = g_app.view.AnchorX;
-    g_app.view.MapCenterY = g_app.view.AircraftScreenY = g_app.view.AnchorY;
-    LoadMapCalibration(path);
-    if (g_app.settings.ViewMode == kViewMap) {
+    view.MapBitmap = std::move(bitmap);
+    view.MapLoaded = true;
+    view.MapRouteBurnt = false;
+    view.MapWidth = view.MapBitmap.Width();
+    view.MapHeight = view.MapBitmap.Height();
+    view.MapCenterX = view.AircraftScreenX = view.AnchorX;
+    view.MapCenterY = view.AircraftScreenY = view.AnchorY;
+    LoadMapCalibration(path, view.MapCalibration);
+    if (settings.ViewMode == kViewMap) {
         // The route is burnt into the chart once per load, not drawn per paint.
-        std::unique_ptr<platform::Canvas> canvas = Sys().graphics->CanvasOn(g_app.view.MapBitmap);
+        std::unique_ptr<platform::Canvas> canvas = Sys().graphics->CanvasOn(view.MapBitmap);
         if (canvas)
-            DrawRouteOnMap(*canvas);
+            DrawRouteOnMap(*canvas, view, settings, leg);
     }
     return 0;
 }
 
-void LoadMapCalibration(std::u16string_view path) {
+void LoadMapCalibration(std::u16string_view path, MapCalibrationValues& calibration) {
     DbHandle h = OpenDatabase(schema::kMapsName, schema::kMapPath);
     if (!h)
         return;
     MapRecord record;
-    record.Calibration = g_app.view.MapCalibration;
+    record.Calibration = calibration;
     // A property the record lacks leaves the value in force.
     if (ReadChartCalibration(h, path, record) != 0) {
-        g_app.view.MapCalibration = record.Calibration;
+        calibration = record.Calibration;
         return;
     }
     std::u16string calibrationPath = CalibrationFilePath(path);
@@ -73,7 +73,7 @@ void LoadMapCalibration(std::u16string_view path) {
     }
     // Numbers that place the chart nowhere sensible would draw another country under the
     // aircraft: such a file is refused and the calibration in force stays.
-    MapCalibrationValues read = g_app.view.MapCalibration;
+    MapCalibrationValues read = calibration;
     std::string problem;
     ReadCalibrationFile(calibrationPath, read, &problem);
     if (problem.empty())
@@ -83,9 +83,9 @@ void LoadMapCalibration(std::u16string_view path) {
                             " refused: " + problem);
         return;
     }
-    g_app.view.MapCalibration = read;
+    calibration = read;
     record.Path = std::u16string(path);
-    record.Calibration = g_app.view.MapCalibration;
+    record.Calibration = calibration;
     WriteMap(h, record);
     platform::ShowNotice(kMapAutoCalibratedText, "Information");
 }

@@ -7,7 +7,6 @@
 #include <string>
 #include <system_error>
 
-#include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
 #include "platform/text.hpp"
@@ -98,32 +97,28 @@ std::vector<std::u16string> FindFiles(std::u16string_view pattern, bool* searche
 
 // ---- Load bitmap ----
 
-const std::vector<std::u16string>& LoadBitmapDialog::Storage() const {
-    return g_app.view.StorageList;
-}
-
 void LoadBitmapDialog::Open() {
-    std::vector<std::u16string>& list = g_app.view.StorageList;
+    std::vector<std::u16string>& list = view_.StorageList;
     list.clear();
     int count = 0;
     list.insert(list.begin(), EnumerateStorageCards(&count, 0));
     for (int i = 1; i < count; ++i)
         list.insert(list.begin(), EnumerateStorageCards(&count, i));
     list.insert(list.begin(), std::u16string(kMemory));
-    g_app.view.BitmapSearchPattern.assign(kMemoryPattern);
-    g_app.view.SelectedStorage.assign(kMemory);
+    view_.BitmapSearchPattern.assign(kMemoryPattern);
+    view_.SelectedStorage.assign(kMemory);
     FillBitmaps();
 }
 
 void LoadBitmapDialog::SelectStorage(int index) {
-    if (index < 0 || index >= static_cast<int>(g_app.view.StorageList.size()))
+    if (index < 0 || index >= static_cast<int>(view_.StorageList.size()))
         return;
     if (index == 0) {
-        g_app.view.SelectedStorage.assign(kMemory);
-        g_app.view.BitmapSearchPattern.assign(kMemoryPattern);
+        view_.SelectedStorage.assign(kMemory);
+        view_.BitmapSearchPattern.assign(kMemoryPattern);
     } else {
-        g_app.view.SelectedStorage.assign(g_app.view.StorageList[static_cast<std::size_t>(index)]);
-        g_app.view.BitmapSearchPattern.assign(StoragePattern(g_app.view.SelectedStorage.view()));
+        view_.SelectedStorage.assign(view_.StorageList[static_cast<std::size_t>(index)]);
+        view_.BitmapSearchPattern.assign(StoragePattern(view_.SelectedStorage.view()));
     }
     FillBitmaps();
 }
@@ -132,18 +127,18 @@ int LoadBitmapDialog::SelectBitmap(int index) {
     if (index < 0 || index >= static_cast<int>(bitmaps_.size()))
         return 0;
     const std::u16string& file = bitmaps_[static_cast<std::size_t>(index)];
-    if (g_app.view.SelectedStorage.view() == kMemory)
-        g_app.view.CurrentMapPath.assign(u"\\My Documents\\Aerix\\" + file);
+    if (view_.SelectedStorage.view() == kMemory)
+        view_.CurrentMapPath.assign(u"\\My Documents\\Aerix\\" + file);
     else
-        g_app.view.CurrentMapPath.assign(u"\\" + std::u16string(g_app.view.SelectedStorage.view()) + u"\\" +
+        view_.CurrentMapPath.assign(u"\\" + std::u16string(view_.SelectedStorage.view()) + u"\\" +
                                     file);
-    g_app.view.MapZoom = 1.0;
+    view_.MapZoom = 1.0;
     return 1;
 }
 
 void LoadBitmapDialog::FillBitmaps() {
     bitmaps_.clear();
-    std::vector<std::u16string> found = FindFiles(g_app.view.BitmapSearchPattern.view(), nullptr);
+    std::vector<std::u16string> found = FindFiles(view_.BitmapSearchPattern.view(), nullptr);
     // The first name is added before the search's result is looked at: a search that finds
     // nothing still lists whatever name the last search left.
     if (!found.empty())
@@ -158,8 +153,8 @@ void LoadBitmapDialog::FillBitmaps() {
     if (count == 0) {
         // Only a search that could not start at all comes here.
         platform::ShowError(kNoMapsOnCardText);
-        g_app.view.SelectedStorage.assign(kMemory);
-        g_app.view.BitmapSearchPattern.assign(u"\\My Documents\\aerix\\*bmp");
+        view_.SelectedStorage.assign(kMemory);
+        view_.BitmapSearchPattern.assign(u"\\My Documents\\aerix\\*bmp");
         FillBitmaps();
     }
 }
@@ -187,44 +182,44 @@ int CalibrateDialog::Ok() {
     double longitude = *lonDeg + *lonMin * (1.0 / 60);
     if (lonHemisphere == u"W")
         longitude = -longitude;
-    const double column = g_app.view.MapCenterX - g_app.view.AnchorX + g_app.view.AircraftScreenX;
-    const double row = g_app.view.MapCenterY - g_app.view.AnchorY + g_app.view.AircraftScreenY - 14;
-    MapCalibrationValues& c = g_app.view.MapCalibration;
-    if (g_app.view.CalibrateCorner == 1) {
+    const double column = view_.MapCenterX - view_.AnchorX + view_.AircraftScreenX;
+    const double row = view_.MapCenterY - view_.AnchorY + view_.AircraftScreenY - 14;
+    MapCalibrationValues& c = view_.MapCalibration;
+    if (view_.CalibrateCorner == 1) {
         c[kRefX1] = column;
         c[kRefY1] = row;
         c[kRefLon1] = longitude;
         c[kRefLat1] = latitude;
-        g_app.view.CalibrationFirstDone = 1;
+        view_.CalibrationFirstDone = 1;
     } else {
         c[kRefX2] = column;
         c[kRefY2] = row;
         c[kRefLon2] = longitude;
         c[kRefLat2] = latitude;
-        g_app.view.CalibrationSecondDone = 1;
+        view_.CalibrationSecondDone = 1;
     }
-    if (g_app.view.CalibrationFirstDone == 1 && g_app.view.CalibrationSecondDone == 1 &&
+    if (view_.CalibrationFirstDone == 1 && view_.CalibrationSecondDone == 1 &&
         c[kRefX1] != c[kRefX2] && c[kRefY1] != c[kRefY2])
-        CompleteCalibration();
+        CompleteCalibration(view_);
     return 1;
 }
 
 int CalibrateDialog::Cancel() {
-    g_app.view.CalibrationFirstDone = 0;
-    g_app.view.CalibrationSecondDone = 0;
+    view_.CalibrationFirstDone = 0;
+    view_.CalibrationSecondDone = 0;
     return 2;
 }
 
-void CompleteCalibration() {
-    MapCalibrationValues c = g_app.view.MapCalibration;
+void CompleteCalibration(ViewState& view) {
+    MapCalibrationValues c = view.MapCalibration;
     const double dLon = c[kRefLon2] - c[kRefLon1];
     const double dX = c[kRefX2] - c[kRefX1];
     const double dLat = c[kRefLat2] - c[kRefLat1];
     const double dY = c[kRefY2] - c[kRefY1];
     // The chart is trusted only 35 pixels inside its edges.
     c[kWestLimit] = (35 - c[kRefX1]) * dLon / dX + c[kRefLon1];
-    c[kSouthLimit] = ((g_app.view.MapHeight - 35) - c[kRefY1]) * dLat / dY + c[kRefLat1];
-    c[kEastLimit] = ((g_app.view.MapWidth - 35) - c[kRefX1]) * dLon / dX + c[kRefLon1];
+    c[kSouthLimit] = ((view.MapHeight - 35) - c[kRefY1]) * dLat / dY + c[kRefLat1];
+    c[kEastLimit] = ((view.MapWidth - 35) - c[kRefX1]) * dLon / dX + c[kRefLon1];
     c[kNorthLimit] = (35 - c[kRefY1]) * dLat / dY + c[kRefLat1];
     c[kScaleNumber] = std::fabs(dLon) > 1e-6 ? std::fabs(dX / dLon) : 9999999999.0;
     // Two corners on one parallel or meridian place the chart nowhere: nothing is stored and the
@@ -233,14 +228,14 @@ void CompleteCalibration() {
         platform::ShowError("Calibration refused: " + problem);
         return;
     }
-    g_app.view.MapCalibration = c;
+    view.MapCalibration = c;
     {
         DbHandle h = OpenDatabase(schema::kMapsName, schema::kMapPath);
         if (h)
-            WriteChartCalibration(h, MapRecord{std::u16string(g_app.view.CurrentMapPath.view()), c});
+            WriteChartCalibration(h, MapRecord{std::u16string(view.CurrentMapPath.view()), c});
     }
-    g_app.view.CalibrationFirstDone = 0;
-    g_app.view.CalibrationSecondDone = 0;
+    view.CalibrationFirstDone = 0;
+    view.CalibrationSecondDone = 0;
     platform::ShowNotice(kCalibratedText, "Information...");
 }
 

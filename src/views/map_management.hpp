@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "views/view_state.hpp"
+
 namespace aerix {
 
 inline constexpr const char* kNoMapsOnCardText = "No maps on card";
@@ -15,8 +17,10 @@ inline constexpr const char* kDeleteMapText = "Delete this map from list";
 // "Load bitmap (to calibrate)": Open() fills both lists; selecting acts at once.
 class LoadBitmapDialog {
   public:
+    // The storage places, the one chosen and the chart taken go into view.
+    explicit LoadBitmapDialog(ViewState& view) : view_(view) {}
     void Open();
-    const std::vector<std::u16string>& Storage() const;  // g_app.view.StorageList
+    const std::vector<std::u16string>& Storage() const { return view_.StorageList; }
     const std::vector<std::u16string>& Bitmaps() const { return bitmaps_; }
     void SelectStorage(int index);
     // Takes the bitmap as the chart to calibrate; the dialog then closes with 1.
@@ -25,6 +29,7 @@ class LoadBitmapDialog {
 
   private:
     void FillBitmaps();
+    ViewState& view_;
     std::vector<std::u16string> bitmaps_;
     // The search's find data outlives a search: a failed one leaves the last name found.
     std::u16string findData_;
@@ -37,6 +42,8 @@ std::vector<std::u16string> FindFiles(std::u16string_view pattern, bool* searche
 // "Calibrate": the latitude and longitude of the point under the cross.
 class CalibrateDialog {
   public:
+    // The corner is marked on, and the calibration completed in, view.
+    explicit CalibrateDialog(ViewState& view) : view_(view) {}
     std::u16string latDegrees, latMinutes, lonDegrees, lonMinutes;
     std::u16string latHemisphere = u"N", lonHemisphere = u"E";
     void ToggleLatHemisphere();
@@ -47,12 +54,15 @@ class CalibrateDialog {
     int Ok();
     // Clears both corner flags; 2.
     int Cancel();
+
+  private:
+    ViewState& view_;
 };
 
-// Completes a calibration from the two reference points in g_app.view.MapCalibration and the chart
+// Completes a calibration from the two reference points in view.MapCalibration and the chart
 // size: the limits 35 pixels inside the edges and ScaleNumber. Numbers that place no chart
 // (corners on one parallel or meridian) are told and nothing is stored.
-void CompleteCalibration();
+void CompleteCalibration(ViewState& view);
 
 // "Calibrated maps": the charts of "Maps", by file name.
 class CalibratedMapsDialog {

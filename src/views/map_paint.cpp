@@ -1,5 +1,4 @@
 // Centring the chart on the fix and painting the MAP view.
-#include "app/state/app_state.hpp"
 #include "gps/fix_publication.hpp"
 #include "platform/message_box.hpp"
 #include "platform/numeric.hpp"
@@ -17,11 +16,11 @@ constexpr int kChartBottom = kChartTop + kChartSize;
 
 // One axis of the centring: the chart pixel drawn at the anchor and where the aircraft goes. At
 // zoom 1 the chart stops at its edges and the aircraft moves off the anchor instead.
-void CentreAxis(int pixel, int anchor, int slack, int size, std::int32_t& centre,
+void CentreAxis(double zoom, int pixel, int anchor, int slack, int size, std::int32_t& centre,
                 std::int32_t& aircraft) {
     centre = pixel;
     aircraft = anchor;
-    if (g_app.view.MapZoom != 1.0)
+    if (zoom != 1.0)
         return;
     if (pixel < anchor) {
         centre = anchor;
@@ -45,33 +44,32 @@ int EdgeSpan(double zoom) {
     return 120;
 }
 
-void BlankBeyondChart(platform::Canvas& view, double left, double top) {
-    const double zoom = g_app.view.MapZoom;
+void BlankBeyondChart(platform::Canvas& view, const ViewState& state, double left, double top) {
+    const double zoom = state.MapZoom;
     const int span = EdgeSpan(zoom);
     view.SetBrush({false, platform::kWhite});
     view.SetPen({platform::PenStyle::Solid, 1, platform::kWhite});
-    if (left + span > g_app.view.MapWidth)
-        view.Rectangle({240 - TruncInt32((left + span - g_app.view.MapWidth) * zoom), kChartTop, 240,
+    if (left + span > state.MapWidth)
+        view.Rectangle({240 - TruncInt32((left + span - state.MapWidth) * zoom), kChartTop, 240,
                         kChartBottom});
     if (left < 0)
         view.Rectangle({0, kChartTop, TruncInt32(-left * zoom), kChartBottom});
     if (top < 0)
         view.Rectangle({0, kChartTop, 240, TruncInt32(kChartTop - top * zoom)});
-    if (top + span > g_app.view.MapHeight)
-        view.Rectangle({0, kChartBottom - TruncInt32((top + span - g_app.view.MapHeight) * zoom), 240,
+    if (top + span > state.MapHeight)
+        view.Rectangle({0, kChartBottom - TruncInt32((top + span - state.MapHeight) * zoom), 240,
                         kChartBottom});
     view.SetPen({});
     view.SetBrush({});
 }
 
-void DrawLatLonReadout(MapReadouts& readouts) {
+void DrawLatLonReadout(MapReadouts& readouts, const GpsFix& fix) {
     platform::Canvas* dc = readouts.BeginLatLon();
     if (dc == nullptr)
         return;
     // The 24 characters of the position must fit the 156-pixel readout.
     dc->SetFont({10, false});
-    dc->DrawText(g_app.gps.Fix.positionKnown ? g_app.gps.Fix.positionText.utf8() : kNoFixText,
-                 {0, 0, 156, 16},
+    dc->DrawText(fix.positionKnown ? fix.positionText.utf8() : kNoFixText, {0, 0, 156, 16},
                  platform::kTextCenter | platform::kTextVCenter | platform::kTextSingleLine,
                  kReadoutText, kReadoutBack, false);
     if (!readouts.EndLatLon())
@@ -80,62 +78,68 @@ void DrawLatLonReadout(MapReadouts& readouts) {
 
 }  // namespace
 
-void CenterMapOnPosition(platform::Canvas& view, MapReadouts* readouts, double longitude,
-                         double latitude) {
+void CenterMapOnPosition(platform::Canvas& view, MapReadouts* readouts, const ViewInputs& in,
+                         double longitude, double latitude) {
+    ViewState& state = in.view;
+    const GpsFix& fix = in.gps.Fix;
     // The first real fix chooses its chart even when the one shown before it contains it (the
     // world chart shown around the plan's start, say).
-    const bool firstFix = g_app.view.MapAwaitingFix && g_app.gps.Fix.positionKnown;
-    if (g_app.gps.Fix.positionKnown)
-        g_app.view.MapAwaitingFix = false;
-    if (firstFix || g_app.view.MapChangeRequest != 0 ||
-        !MapContains(g_app.view.MapCalibration, longitude, latitude))
-        SelectMapForPosition();
-    int column = MapColumn(g_app.view.MapCalibration, longitude);
-    int row = MapRow(g_app.view.MapCalibration, latitude);
-    CentreAxis(column, g_app.view.AnchorX, g_app.view.MapSlackX, g_app.view.MapWidth, g_app.view.MapCenterX,
-               g_app.view.AircraftScreenX);
-    CentreAxis(row, g_app.view.AnchorY, g_app.view.MapSlackY, g_app.view.MapHeight, g_app.view.MapCenterY,
-               g_app.view.AircraftScreenY);
-    PaintMapView(view, readouts, 1);
+    const bool firstFix = state.MapAwaitingFix && fix.positionKnown;
+    if (fix.positionKnown)
+        state.MapAwaitingFix = false;
+    if (firstFix || state.MapChangeRequest != 0 ||
+        !MapContains(state.MapCalibration, longitude, latitude))
+        SelectMapForPosition(in);
+    int column = MapColumn(state.MapCalibration, longitude);
+    int row = MapRow(state.MapCalibration, latitude);
+    CentreAxis(state.MapZoom, column, state.AnchorX, state.MapSlackX, state.MapWidth,
+               state.MapCenterX, state.AircraftScreenX);
+    CentreAxis(state.MapZoom, row, state.AnchorY, state.MapSlackY, state.MapHeight,
+               state.MapCenterY, state.AircraftScreenY);
+    PaintMapView(view, readouts, in, 1);
 }
 
-void PaintMapView(platform::Canvas& view, MapReadouts* readouts, int /*fromCentering*/) {
-    const double zoom = g_app.view.MapZoom;
-    const double left = g_app.view.MapCenterX - g_app.view.AnchorX / zoom;
-    const double top = g_app.view.MapCenterY - g_app.view.AnchorY / zoom;
+void PaintMapView(platform::Canvas& view, MapReadouts* readouts, const ViewInputs& in,
+                  int /*fromCentering*/) {
+    ViewState& state = in.view;
+    const SettingsState& settings = in.settings;
+    const GpsFix& fix = in.gps.Fix;
+    const double zoom = state.MapZoom;
+    const double left = state.MapCenterX - state.AnchorX / zoom;
+    const double top = state.MapCenterY - state.AnchorY / zoom;
     const int size = TruncInt32(240 / zoom);
     const Rect chart{0, kChartTop, kChartSize, kChartBottom};
     std::vector<SectorRecord> sectors;
-    if (g_app.settings.ViewMode == kViewMap) {
-        sectors = ReadPlanSectors();
-        RefreshBurntRoute(sectors);
+    if (settings.ViewMode == kViewMap) {
+        sectors = ReadPlanSectors(settings);
+        RefreshBurntRoute(state, settings, in.leg, sectors);
     }
-    if (g_app.view.MapLoaded) {
+    if (state.MapLoaded) {
         int x = TruncInt32(left);
         int y = TruncInt32(top);
-        view.StretchBlt(chart, g_app.view.MapBitmap, {x, y, x + size, y + size});
+        view.StretchBlt(chart, state.MapBitmap, {x, y, x + size, y + size});
     } else {
         view.FillRect(chart, platform::kWhite);
     }
-    BlankBeyondChart(view, left, top);
+    BlankBeyondChart(view, state, left, top);
 
-    if (g_app.gps.Fix.FixVoid)
-        g_app.view.InvalidSignalPending = 1;
-    if (g_app.view.InvalidSignalPending == 1) {
-        g_app.view.InvalidSignalPending = 0;
-        AcknowledgeVoidFix(g_app.gps);
+    if (fix.FixVoid)
+        state.InvalidSignalPending = 1;
+    if (state.InvalidSignalPending == 1) {
+        state.InvalidSignalPending = 0;
+        AcknowledgeVoidFix(in.gps);
         view.SetFont({12, true});
         view.DrawText(kInvalidSignalText, {0, 100, 240, 130},
                       platform::kTextCenter | platform::kTextVCenter | platform::kTextSingleLine,
                       platform::Rgb(255, 0, 0), platform::kWhite, false);
         return;
     }
-    if (g_app.settings.ViewMode != kViewMap)
+    if (settings.ViewMode != kViewMap)
         return;
-    UpdateActiveLeg(view, sectors);
+    UpdateActiveLeg(view, in, sectors);
     // Before the first fix there is no aircraft to show, only the chart and "NO FIX".
-    if (g_app.gps.Fix.positionKnown) {
-        DrawAircraftSymbol(view);
+    if (fix.positionKnown) {
+        DrawAircraftSymbol(view, state, settings, fix);
     } else {
         view.SetFont({12, true});
         view.DrawText(kNoFixText, {60, 120, 180, 140},
@@ -144,10 +148,10 @@ void PaintMapView(platform::Canvas& view, MapReadouts* readouts, int /*fromCente
     }
     if (readouts == nullptr)
         return;
-    if (g_app.settings.ShowLatLonMap == 1)
-        DrawLatLonReadout(*readouts);
-    if (g_app.settings.ShowScaleMap == 1)
-        DrawScaleBar(*readouts);
+    if (settings.ShowLatLonMap == 1)
+        DrawLatLonReadout(*readouts, fix);
+    if (settings.ShowScaleMap == 1)
+        DrawScaleBar(*readouts, state);
 }
 
 }  // namespace aerix

@@ -1,7 +1,6 @@
 // Choosing the chart for the fix among the calibrated charts of "Maps".
 #include <filesystem>
 
-#include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
 #include "platform/text.hpp"
@@ -12,22 +11,12 @@
 
 namespace aerix {
 
-namespace {
-std::function<void()>& InfoPanelRefresh() {
-    static std::function<void()> refresh;
-    return refresh;
-}
-}  // namespace
-
-void SetInfoPanelRefresh(std::function<void()> refresh) {
-    InfoPanelRefresh() = std::move(refresh);
-}
-
-void SelectMapForPosition() {
-    const double latitude = g_app.gps.Fix.latitude * (1.0 / 6000.0);
-    const double longitude = g_app.gps.Fix.longitude * (1.0 / 6000.0);
-    const std::int32_t request = g_app.view.MapChangeRequest;
-    const double current = g_app.view.MapCalibration[kScaleNumber];
+void SelectMapForPosition(const ViewInputs& in) {
+    ViewState& view = in.view;
+    const double latitude = in.gps.Fix.latitude * (1.0 / 6000.0);
+    const double longitude = in.gps.Fix.longitude * (1.0 / 6000.0);
+    const std::int32_t request = view.MapChangeRequest;
+    const double current = view.MapCalibration[kScaleNumber];
     double best = request == 1 ? 99999999.0 : 0.0;
     int taken = 0;
     {
@@ -54,7 +43,7 @@ void SelectMapForPosition() {
                 take = scale > best;
             }
             if (take) {
-                g_app.view.CurrentMapPath.assign(r.Path);
+                view.CurrentMapPath.assign(r.Path);
                 best = scale;
                 ++taken;
             }
@@ -63,15 +52,13 @@ void SelectMapForPosition() {
         }
     }
     if (taken > 0) {
-        g_app.view.MapChangeRequest = 0;
-        if (LoadMapBitmap(g_app.view.CurrentMapPath.view()) == 1) {
-            g_app.view.CurrentMapPath.assign(Utf8ToUtf16(kWorldMapPath));
-            if (LoadMapBitmap(g_app.view.CurrentMapPath.view()) == 1)
+        view.MapChangeRequest = 0;
+        if (LoadMapBitmap(view, in.settings, in.leg, view.CurrentMapPath.view()) == 1) {
+            view.CurrentMapPath.assign(Utf8ToUtf16(kWorldMapPath));
+            if (LoadMapBitmap(view, in.settings, in.leg, view.CurrentMapPath.view()) == 1)
                 platform::ShowError(kWorldMapNotFoundText);
         }
     }
-    if (InfoPanelRefresh())
-        InfoPanelRefresh()();
 }
 
 }  // namespace aerix

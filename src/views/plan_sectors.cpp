@@ -1,17 +1,16 @@
 #include "views/plan_sectors.hpp"
 
-#include "app/state/app_state.hpp"
 #include "platform/services.hpp"
 #include "store/record_store.hpp"
 
 namespace aerix {
 
-std::vector<SectorRecord> ReadPlanSectors() {
+std::vector<SectorRecord> ReadPlanSectors(const SettingsState& settings) {
     std::vector<SectorRecord> sectors;
-    if (g_app.settings.ActivePlanName.empty())
+    if (settings.ActivePlanName.empty())
         return sectors;
     DbHandle h = platform::Sys().store->OpenDatabase(
-        platform::kObjectStoreVolume, g_app.settings.ActivePlanName.view(), schema::kSecNumber,
+        platform::kObjectStoreVolume, settings.ActivePlanName.view(), schema::kSecNumber,
         platform::kOpenAutoIncrement);
     if (!h)
         return sectors;

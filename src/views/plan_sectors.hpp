@@ -3,10 +3,11 @@
 
 #include <vector>
 
+#include "settings/settings_state.hpp"
 #include "store/records.hpp"
 
 namespace aerix {
 
-std::vector<SectorRecord> ReadPlanSectors();
+std::vector<SectorRecord> ReadPlanSectors(const SettingsState& settings);
 
 }  // namespace aerix

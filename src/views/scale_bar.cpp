@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <string>
 
-#include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "platform/numeric.hpp"
 #include "views/map_geometry.hpp"
@@ -16,25 +15,25 @@ namespace {
 // grow northward.
 constexpr int kMaxMiles = 51;
 
-int MilesLength(double latitude) {
-    return MapRow(g_app.view.MapCalibration, 50.0) - MapRow(g_app.view.MapCalibration, latitude);
+int MilesLength(const MapCalibrationValues& c, double latitude) {
+    return MapRow(c, 50.0) - MapRow(c, latitude);
 }
 }  // namespace
 
-void DrawScaleBar(MapReadouts& readouts) {
-    const double zoom = g_app.view.MapZoom;
+void DrawScaleBar(MapReadouts& readouts, const ViewState& view) {
+    const double zoom = view.MapZoom;
     int n = 6;
     double lat = 50.1;
-    int length = MilesLength(lat);
+    int length = MilesLength(view.MapCalibration, lat);
     while (length * zoom < 100 && n < kMaxMiles) {
         n += 1;
         lat += 1.0 / 60;
-        length = MilesLength(lat);
+        length = MilesLength(view.MapCalibration, lat);
     }
     while (length * zoom > 150 && n > 0) {
         n -= 1;
         lat -= 1.0 / 60;
-        length = MilesLength(lat);
+        length = MilesLength(view.MapCalibration, lat);
     }
     if (n >= kMaxMiles)
         return;

@@ -22,7 +22,7 @@ class AircraftSetup : public ::testing::Test {
     void SetUp() override {
         g_app.settings.AircraftReg.assign(u"G-CESS");
         CreateDefaultData();
-        LoadCurrentAircraft();
+        LoadCurrentAircraft(g_app.settings, g_app.aircraft);
         // A one-sector plan flown at the current aircraft's cruise speed.
         g_app.settings.CurrentPlanId = CreatePlanDatabase(u"Trip");
         g_app.settings.ActivePlanName.assign(u"Trip");
@@ -95,7 +95,7 @@ TEST_F(AircraftSetup, AddMetricAircraftMakeItActiveAndWorkItsBalance) {
         DbHandle h = OpenDatabase(u"Stations", schema::kStKind);
         WriteStation(h, StationRecord{u"OE-KDV", u"OLD", 3, 9.0, 0});
     }
-    AircraftSetupDialog d;
+    AircraftSetupDialog d{g_app.settings, g_app.aircraft, g_app.plan};
     d.Open();
     std::size_t before = d.Lines().size();
     E e = Metric("OE-KDV");
@@ -121,14 +121,14 @@ TEST_F(AircraftSetup, AddMetricAircraftMakeItActiveAndWorkItsBalance) {
     EXPECT_EQ(points[3].Record.Weight, 500);
 
     // 100 litres at 0.72 = 72 kg @ 2.1; 80 kg of seats @ 1.85; 530 @ 1.9: 682 kg, 1306.2 kg.m.
-    WeightBalanceLoadingDialog load;
+    WeightBalanceLoadingDialog load{g_app.settings, g_app.aircraft};
     ASSERT_TRUE(load.Open());
     EXPECT_EQ(load.Label(1), "FUEL (ltr)");
     load.SetText(1, "100");
     load.SetText(2, "80");
     EXPECT_EQ(load.Note(1), "= 72.0 kg");
     ASSERT_TRUE(load.Ok());
-    WeightBalanceResultDialog result;
+    WeightBalanceResultDialog result{g_app.aircraft};
     ASSERT_TRUE(result.Open());
     EXPECT_NEAR(result.Result().Weight, 682.0, 1e-9);
     EXPECT_NEAR(result.Result().Moment, 530 * 1.9 + 72 * 2.1 + 80 * 1.85, 1e-9);
@@ -136,7 +136,7 @@ TEST_F(AircraftSetup, AddMetricAircraftMakeItActiveAndWorkItsBalance) {
 }
 
 TEST_F(AircraftSetup, EditRenamesStationsPointsAndTheCurrentSetting) {
-    AircraftSetupDialog d;
+    AircraftSetupDialog d{g_app.settings, g_app.aircraft, g_app.plan};
     d.Open();
     d.Select(IndexOf(d, u"G-CESS"));
     auto e = d.BeginEdit();
@@ -179,7 +179,7 @@ TEST_F(AircraftSetup, AnAircraftWriteRefusedAfterItsStationsKeepsTheAircraftAsIt
                                " ON " + table + " BEGIN SELECT RAISE(ABORT, 'refused'); END"));
     other.Close();
 
-    AircraftSetupDialog d;
+    AircraftSetupDialog d{g_app.settings, g_app.aircraft, g_app.plan};
     d.Open();
     d.Select(IndexOf(d, u"G-CESS"));
     auto e = d.BeginEdit();
@@ -196,7 +196,7 @@ TEST_F(AircraftSetup, AnAircraftWriteRefusedAfterItsStationsKeepsTheAircraftAsIt
 
     // A new aircraft refused the same way leaves no stations behind under its name.
     E added = Metric("OE-DVA");
-    EXPECT_FALSE(added.Ok());
+    EXPECT_FALSE(added.Ok(g_app.settings));
     EXPECT_TRUE(ReadStations(u"OE-DVA").empty());
     EXPECT_TRUE(ReadEnvelopePoints(u"OE-DVA").empty());
 }
@@ -219,7 +219,7 @@ TEST_F(AircraftSetup, BadFiguresAreRefusedWithTheirFieldAndNothingIsWritten) {
          "Graph ranges: the first figure must be below the second (both 0: fit the envelope)"},
     };
     for (const Case& c : cases) {
-        AircraftSetupDialog d;
+        AircraftSetupDialog d{g_app.settings, g_app.aircraft, g_app.plan};
         d.Open();
         d.Select(IndexOf(d, u"G-CESS"));
         auto e = d.BeginEdit();
@@ -228,18 +228,18 @@ TEST_F(AircraftSetup, BadFiguresAreRefusedWithTheirFieldAndNothingIsWritten) {
         EXPECT_FALSE(d.Finish(*e, platform::kIdOk)) << c.text;
         EXPECT_EQ(platform_.Ui().BoxTexts().back(), c.message);
     }
-    AircraftSetupDialog d;
+    AircraftSetupDialog d{g_app.settings, g_app.aircraft, g_app.plan};
     d.Open();
     d.Select(IndexOf(d, u"G-CESS"));
     auto e = d.BeginEdit();
     e->SetStationName(3, "row1");
-    EXPECT_FALSE(e->Ok());
+    EXPECT_FALSE(e->Ok(g_app.settings));
     EXPECT_EQ(platform_.Ui().BoxTexts().back(), "Station 4: there is already a station row1");
     e->SetStationName(3, "ROW2");
     e->RemovePoint(0);
     e->RemovePoint(0);
     e->RemovePoint(0);
-    EXPECT_FALSE(e->Ok());
+    EXPECT_FALSE(e->Ok(g_app.settings));
     EXPECT_EQ(platform_.Ui().BoxTexts().back(),
               "The envelope needs at least 3 different points (or none)");
     EXPECT_FALSE(e->RemoveStation(0));
@@ -253,7 +253,7 @@ TEST_F(AircraftSetup, BadFiguresAreRefusedWithTheirFieldAndNothingIsWritten) {
 }
 
 TEST_F(AircraftSetup, DeleteAsksAndTakesStationsAndPointsButNotTheCurrentAircraft) {
-    AircraftSetupDialog d;
+    AircraftSetupDialog d{g_app.settings, g_app.aircraft, g_app.plan};
     d.Open();
     d.Select(IndexOf(d, u"G-CESS"));
     EXPECT_FALSE(d.Delete());
@@ -275,7 +275,7 @@ TEST_F(AircraftSetup, DeleteAsksAndTakesStationsAndPointsButNotTheCurrentAircraf
 }
 
 TEST_F(AircraftSetup, ChoosingAnAircraftAsksThenMakesItActive) {
-    AircraftSetupDialog d;
+    AircraftSetupDialog d{g_app.settings, g_app.aircraft, g_app.plan};
     d.Open();
     d.Select(IndexOf(d, u"G-MALI"));
     EXPECT_FALSE(d.Choose());  // No

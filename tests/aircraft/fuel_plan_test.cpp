@@ -42,10 +42,10 @@ TEST_F(FuelPlanTest, TheCurrentAircraftIsLoadedAtStartAndWhenChosen) {
     CreateDefaultData();
     EXPECT_EQ(g_app.aircraft.TaxiFuel, 1.5);
     EXPECT_EQ(g_app.aircraft.FuelUnits, kFuelUsGallons);
-    EXPECT_TRUE(MakeAircraftCurrent(u"G-TIGR"));
+    EXPECT_TRUE(MakeAircraftCurrent(g_app.settings, g_app.aircraft, u"G-TIGR"));
     EXPECT_EQ(g_app.settings.AircraftReg.view(), u"G-TIGR");
     EXPECT_EQ(g_app.aircraft.TaxiFuel, 0.5);
-    EXPECT_FALSE(MakeAircraftCurrent(u"G-NONE"));
+    EXPECT_FALSE(MakeAircraftCurrent(g_app.settings, g_app.aircraft, u"G-NONE"));
     EXPECT_EQ(g_app.settings.AircraftReg.view(), u"G-TIGR");
     EXPECT_EQ(ListAircraft().size(), 6u);
     // The readings of the record agree with the default aircraft.
@@ -72,7 +72,7 @@ TEST_F(FuelPlanTest, CalculateModeSumsPhasesAndAddsContingencyAndHolding) {
     g_app.aircraft.TaxiFuel = 2.0;
     g_app.aircraft.FuelUnits = kFuelUsGallons;
     Sectors({{1, 10.0}, {2, 22.5}, {3, 7.5}, {4, 100.0}});  // phase 4 adds nothing
-    FuelPlanDialog d;
+    FuelPlanDialog d{g_app.settings, g_app.aircraft};
     d.Open();
     EXPECT_EQ(platform_.Ui().Titles().back(), "Fuel plan");
     EXPECT_EQ(d.UnitsLabel(), "Fuel units: Usgal");
@@ -96,7 +96,7 @@ TEST_F(FuelPlanTest, LoadedModeShowsTheReserve) {
     g_app.aircraft.TaxiFuel = 1.0;
     Sectors({{2, 20.0}});
     g_app.settings.FuelCalc = 0;
-    FuelPlanDialog d;
+    FuelPlanDialog d{g_app.settings, g_app.aircraft};
     d.Open();
     EXPECT_FALSE(d.CalculateChecked());
     EXPECT_TRUE(d.LoadedFieldsShown());
@@ -120,7 +120,7 @@ TEST_F(FuelPlanTest, ASectorThatCannotBeFlownLeavesNoFigures) {
     g_app.aircraft.TaxiFuel = 1.0;
     Sectors({{1, 3.0}});
     Sectors({{2, -9.2}}, -35);
-    FuelPlanDialog d;
+    FuelPlanDialog d{g_app.settings, g_app.aircraft};
     d.Open();
     EXPECT_EQ(d.Climb(), "3.0");
     EXPECT_EQ(d.Cruise(), "---");
@@ -138,7 +138,7 @@ TEST_F(FuelPlanTest, ASectorThatCannotBeFlownLeavesNoFigures) {
 
 TEST_F(FuelPlanTest, AnEmptyPlanLeavesThePhaseFieldsAndTotalsTheTaxiFuel) {
     g_app.aircraft.TaxiFuel = 1.5;
-    FuelPlanDialog d;
+    FuelPlanDialog d{g_app.settings, g_app.aircraft};
     d.Open();
     EXPECT_EQ(d.Climb(), "");
     EXPECT_EQ(d.UnitsLabel(), "");  // no fuel units known

@@ -213,7 +213,7 @@ class WeightBalanceDialogs : public ::testing::Test {
 };
 
 TEST_F(WeightBalanceDialogs, LoadingPassesToTheResult) {
-    WeightBalanceLoadingDialog load;
+    WeightBalanceLoadingDialog load{g_app.settings, g_app.aircraft};
     ASSERT_TRUE(load.Open());
     const auto& rows = load.Rows();
     ASSERT_EQ(rows.size(), 6u);
@@ -228,7 +228,7 @@ TEST_F(WeightBalanceDialogs, LoadingPassesToTheResult) {
     ASSERT_TRUE(load.Ok());
     EXPECT_EQ(g_app.aircraft.WbLoading.FuelQuantity, 40.0);
 
-    WeightBalanceResultDialog result;
+    WeightBalanceResultDialog result{g_app.aircraft};
     ASSERT_TRUE(result.Open());
     EXPECT_NEAR(result.Result().Arm, 39.4879157, 1e-6);
     EXPECT_EQ(result.VerdictLines().front(), "within envelope");
@@ -237,14 +237,14 @@ TEST_F(WeightBalanceDialogs, LoadingPassesToTheResult) {
     EXPECT_EQ(figures[2], (std::pair<std::string, std::string>{"CG arm", "39.49 in"}));
 
     // Opened again, the loads are offered as they were.
-    WeightBalanceLoadingDialog again;
+    WeightBalanceLoadingDialog again{g_app.settings, g_app.aircraft};
     ASSERT_TRUE(again.Open());
     EXPECT_EQ(again.Rows()[1].Text, "40");
     EXPECT_EQ(again.Rows()[2].Text, "340");
 }
 
 TEST_F(WeightBalanceDialogs, BadLoadsAreRefusedAndNothingPasses) {
-    WeightBalanceLoadingDialog load;
+    WeightBalanceLoadingDialog load{g_app.settings, g_app.aircraft};
     ASSERT_TRUE(load.Open());
     for (const char* bad : {"-5", "lots", "1e9", "nan"}) {
         load.SetText(2, bad);
@@ -252,11 +252,11 @@ TEST_F(WeightBalanceDialogs, BadLoadsAreRefusedAndNothingPasses) {
         EXPECT_EQ(platform_.Ui().BoxTexts().back(), "ROW1: enter a weight from 0 to 100000 lb");
     }
     EXPECT_TRUE(g_app.aircraft.WbLoading.Aircraft.empty());
-    WeightBalanceResultDialog result;
+    WeightBalanceResultDialog result{g_app.aircraft};
     EXPECT_FALSE(result.Open());
 
     g_app.settings.AircraftReg.assign(u"G-GONE");
-    WeightBalanceLoadingDialog none;
+    WeightBalanceLoadingDialog none{g_app.settings, g_app.aircraft};
     EXPECT_FALSE(none.Open());
 }
 
@@ -264,13 +264,13 @@ TEST_F(WeightBalanceDialogs, SenecaForwardBaggageTakesItForwardOfTheLimit) {
     // APS 3212 @ 88.5 = 284262; FWD BAGS 400 @ 22.5 = 9000: 3612 lb @ 81.19, while the forward
     // limit at 3612 lb is 83.1 + 12 / 200 x 1.1 = 83.17.
     g_app.settings.AircraftReg.assign(u"G-SNCA");
-    WeightBalanceLoadingDialog load;
+    WeightBalanceLoadingDialog load{g_app.settings, g_app.aircraft};
     ASSERT_TRUE(load.Open());
     for (std::size_t i = 0; i < load.Rows().size(); ++i)
         if (load.Rows()[i].Station.StationName == u"FWD BAGS")
             load.SetText(i, "400");
     ASSERT_TRUE(load.Ok());
-    WeightBalanceResultDialog result;
+    WeightBalanceResultDialog result{g_app.aircraft};
     ASSERT_TRUE(result.Open());
     EXPECT_NEAR(result.Result().Arm, 293262.0 / 3612.0, 1e-9);
     auto lines = result.VerdictLines();

@@ -28,7 +28,7 @@ TEST(DefaultNavDatabase, TheShippedListBecomesWorldOnceAndLoadsWhole) {
     EXPECT_FALSE(fs::exists(volume.string() + "-wal"));
 
     g_app.settings.NavDatabaseName.assign(u"World");
-    LoadNavDatabase();
+    LoadNavDatabase(g_app.settings, g_app.nav);
     EXPECT_EQ(g_app.nav.NavEntryCount, 5210u);
     bool heathrow = false;
     for (const NavEntry& e : g_app.nav.NavDatabase)
@@ -56,7 +56,7 @@ TEST(DefaultNavDatabase, AnInterruptedBuildIsStartedAgainAndAMissingListBuildsNo
     EXPECT_FALSE(fs::exists(volume.string() + ".part"));
     // A volume without the database (left empty) is kept beside and built again.
     fs::remove(volume);
-    { NavVolumeScope empty(NavVolumeScope::AtFile{volume}); }
+    { NavVolumeScope empty(g_app.nav, NavVolumeScope::AtFile{volume}); }
     EXPECT_EQ(platform::CheckVolumeFile(volume, u"World"), platform::VolumeFileState::kDamaged);
     EXPECT_EQ(CreateDefaultNavDatabase().added, 1u);
     ::unsetenv("AERIX_RESOURCES");

@@ -58,7 +58,8 @@ class FlightScenarioTest : public ::testing::Test {
     // What the window does on each fix: take the fix and prepare the instruments' frame.
     InstrumentFrameInput Paint() {
         TakeFixSnapshot(g_app.gps);
-        return PrepareInstrumentFrame();
+        return PrepareInstrumentFrame({g_app.view, g_app.settings, g_app.gps, g_app.leg},
+                                      g_app.nav);
     }
 
     testing::TestPlatform p;
@@ -78,7 +79,8 @@ TEST_F(FlightScenarioTest, DirectToInTheMiddleThenThePlanFromWhereItEnds) {
         if (step == 20) {
             // On the first leg, direct to Charlie.
             ASSERT_EQ(g_app.leg.ActiveSectorIndex.load(), 0u);
-            ASSERT_TRUE(DirectTo({u"Charlie", u"CHRLY", kRoute[2].lat, kRoute[2].lon}));
+            ASSERT_TRUE(DirectTo(g_app.leg, g_app.gps.Fix,
+                                 {u"Charlie", u"CHRLY", kRoute[2].lat, kRoute[2].lon}));
             return;
         }
         if (g_app.leg.DirectToStartLatitude.load() != 0) {
@@ -113,14 +115,14 @@ TEST_F(FlightScenarioTest, DirectToInTheMiddleThenThePlanFromWhereItEnds) {
     EXPECT_EQ(routeDuringDirect, 4u);  // the plan's three legs and the direct one
     // And the simulator flew on along Charlie -> Delta.
     SectorRecord third;
-    ASSERT_TRUE(ReadActivePlanSector(2, third));
+    ASSERT_TRUE(ReadActivePlanSector(g_app.settings, 2, third));
     EXPECT_DOUBLE_EQ(trackAfter, third.TrueCourse);
 }
 
 TEST_F(FlightScenarioTest, ResumePlanAndDirectToNeedAPosition) {
     SectorEnd charlie{u"Charlie", u"CHRLY", kRoute[2].lat, kRoute[2].lon};
     // No fix yet: refused in words, nothing changes.
-    EXPECT_FALSE(DirectTo(charlie));
+    EXPECT_FALSE(DirectTo(g_app.leg, g_app.gps.Fix, charlie));
     EXPECT_EQ(g_app.leg.DirectToStartLatitude.load(), 0);
     EXPECT_EQ(p.Ui().Boxes().size(), 1u);
 
@@ -131,11 +133,11 @@ TEST_F(FlightScenarioTest, ResumePlanAndDirectToNeedAPosition) {
     fix.positionKnown = true;
     g_app.gps.PublishedFix.Publish(fix);
     EXPECT_EQ(Paint().leg.bar.name, u"BRAVO");
-    ASSERT_TRUE(DirectTo(charlie));
+    ASSERT_TRUE(DirectTo(g_app.leg, g_app.gps.Fix, charlie));
     InstrumentFrameInput in = Paint();
     EXPECT_EQ(in.leg.bar.name, u"CHRLY");
     EXPECT_EQ(in.leg.endLatitude, kRoute[2].lat);
-    ResumePlan();
+    ResumePlan(g_app.leg);
     in = Paint();
     EXPECT_FALSE(in.leg.direct);
     EXPECT_EQ(in.leg.bar.name, u"BRAVO");

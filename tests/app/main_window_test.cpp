@@ -12,8 +12,8 @@
 #include "app/default_data.hpp"
 #include "app/loading_dialog.hpp"
 #include "app/state/app_state.hpp"
-#include "app/state/settings.hpp"
 #include "platform/recording_canvas.hpp"
+#include "settings/settings.hpp"
 #include "store/record_store.hpp"
 #include "test_platform.hpp"
 
@@ -299,8 +299,8 @@ TEST_F(MainWindowTest, ExitSavesTwiceAndStopsTheFeed) {
     EXPECT_EQ(acRegWrites, 2);
     EXPECT_EQ(window_.quits, 1);
     platform_.Restart();
-    CreateDefaultSettings();
-    LoadSettings();
+    CreateDefaultSettings(g_app.settings);
+    LoadSettings(g_app.settings);
     EXPECT_EQ(g_app.settings.ActivePlanName.utf8(), "Plan1");
     EXPECT_EQ(g_app.settings.NavDatabaseName.utf8(), "World");
 }

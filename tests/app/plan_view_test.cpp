@@ -43,7 +43,7 @@ class PlanViewTest : public ::testing::Test {
             WriteSector(h, s, 0);
         }
         h.Close();
-        RecomputePlanRoute(1);
+        RecomputePlanRoute(g_app.settings, g_app.plan, 1);
     }
     static std::u16string Name(int i) {
         return u"Farnborough London Gatwick " + std::u16string(1, static_cast<char16_t>(u'A' + i));

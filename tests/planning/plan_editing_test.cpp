@@ -16,7 +16,7 @@ using PlanEditingTest = PlanningTest;
 constexpr std::int32_t kDeg = 6000;
 
 TEST_F(PlanEditingTest, NewOpenAndDeletePlans) {
-    NewPlanDialog create;
+    NewPlanDialog create{g_app.settings, g_app.plan};
     create.SetName(u"");
     EXPECT_EQ(create.Ok(), 1);
     EXPECT_EQ(g_app.settings.ActivePlanName.view(), u"Trip");
@@ -37,7 +37,7 @@ TEST_F(PlanEditingTest, NewOpenAndDeletePlans) {
     CreateDatabase(u"NotAPlan", 4242, schema::kSecNumber);
     EXPECT_EQ(ListPlans(), (std::vector<std::u16string>{u"Trip", u"A name longer than twen"}));
 
-    OpenPlanDialog open;
+    OpenPlanDialog open{g_app.settings, g_app.plan};
     open.Open();
     EXPECT_EQ(platform_.Ui().Titles().back(), "Open a plan");
     EXPECT_EQ(open.Choose(-1), 0);
@@ -49,7 +49,7 @@ TEST_F(PlanEditingTest, NewOpenAndDeletePlans) {
     EXPECT_EQ(name, u"Trip");
 
     platform_.Ui().Clear();
-    DeletePlanDialog del;
+    DeletePlanDialog del{g_app.settings};
     del.Open();
     EXPECT_EQ(del.Choose(0), 1);  // the active plan
     ASSERT_EQ(platform_.Ui().Boxes().size(), 1u);
@@ -66,9 +66,9 @@ class SectorEditingTest : public PlanningTest {
     void SetUp() override {
         PlanningTest::SetUp();
         g_app.settings.NavDatabaseName.assign(u"Test");
-        ASSERT_TRUE(MountNavVolume());
-        CreateNavDatabase(u"Test");
-        DbHandle h = OpenNavDatabase(u"Test", schema::kWptName);
+        ASSERT_TRUE(MountNavVolume(g_app.settings, g_app.nav));
+        CreateNavDatabase(g_app.nav, u"Test");
+        DbHandle h = OpenNavDatabase(g_app.nav, u"Test", schema::kWptName);
         for (auto [name, ident, lat, lon] :
              {std::tuple{u"Oxford Kidlington", u"EGTK", 51 * kDeg + 500, -1 * kDeg - 1900},
               std::tuple{u"Wellesbourne", u"EGBW", 52 * kDeg + 1150, -1 * kDeg - 3700},
@@ -82,11 +82,11 @@ class SectorEditingTest : public PlanningTest {
             WriteWaypoint(h, w, 0);
         }
         h.Close();
-        UnmountNavVolume();
+        UnmountNavVolume(g_app.nav);
     }
 
     SectorEnd Find(std::u16string_view text) {
-        auto found = SearchWaypoints(text);
+        auto found = SearchWaypoints(g_app.settings, g_app.nav, text);
         EXPECT_EQ(found.size(), 1u) << Utf16ToUtf8(text);
         return found.empty() ? SectorEnd{} : SectorEndOf(found.front());
     }
@@ -99,12 +99,13 @@ TEST_F(SectorEditingTest, SearchByNameOrIdent) {
             out.push_back(w.Name);
         return out;
     };
-    EXPECT_EQ(names(SearchWaypoints(u"Oxford")),
+    EXPECT_EQ(names(SearchWaypoints(g_app.settings, g_app.nav, u"Oxford")),
               (std::vector<std::u16string>{u"Oxford Kidlington", u"Oxford VOR"}));
-    EXPECT_TRUE(SearchWaypoints(u"oxford").empty());  // case-sensitive
-    EXPECT_TRUE(SearchWaypoints(u"EGB").empty());     // idents are not searched by name
+    EXPECT_TRUE(SearchWaypoints(g_app.settings, g_app.nav, u"oxford").empty());  // case-sensitive
+    EXPECT_TRUE(SearchWaypoints(g_app.settings, g_app.nav, u"EGB")
+                    .empty());  // idents are not searched by name
     g_app.settings.IcaoSearch = 1;
-    EXPECT_EQ(names(SearchWaypoints(u"EGB")),
+    EXPECT_EQ(names(SearchWaypoints(g_app.settings, g_app.nav, u"EGB")),
               (std::vector<std::u16string>{u"Turweston", u"Wellesbourne"}));
 
     auto at = SectorEndAt("51.5,-0.25");
@@ -116,7 +117,7 @@ TEST_F(SectorEditingTest, SearchByNameOrIdent) {
 }
 
 TEST_F(SectorEditingTest, NewInsertEditAndTheirChecks) {
-    SectorDialog first = SectorDialog::ForNew();
+    SectorDialog first = SectorDialog::ForNew(g_app.settings, g_app.plan, g_app.nav);
     EXPECT_TRUE(first.StartEditable());
     EXPECT_EQ(first.Ok(), 0);
     EXPECT_EQ(platform_.Ui().BoxTexts().back(), "Choose where the sector starts");
@@ -132,7 +133,7 @@ TEST_F(SectorEditingTest, NewInsertEditAndTheirChecks) {
     first.SetVariation("1.5");
     EXPECT_EQ(first.Ok(), 1);
 
-    SectorDialog second = SectorDialog::ForNew();
+    SectorDialog second = SectorDialog::ForNew(g_app.settings, g_app.plan, g_app.nav);
     EXPECT_FALSE(second.StartEditable());
     EXPECT_EQ(second.Start()->name, u"Wellesbourne");
     second.SetEnd(Find(u"Turweston"));
@@ -141,7 +142,7 @@ TEST_F(SectorEditingTest, NewInsertEditAndTheirChecks) {
     EXPECT_EQ(second.Ok(), 1);
 
     // Insert after the first: the new sector goes second and the old second follows it.
-    SectorDialog insert = SectorDialog::ForInsert(0);
+    SectorDialog insert = SectorDialog::ForInsert(g_app.settings, g_app.plan, g_app.nav, 0);
     insert.SetEnd(Find(u"Oxford VOR"));
     EXPECT_EQ(insert.Ok(), 1);
     auto s = Sectors();
@@ -161,7 +162,7 @@ TEST_F(SectorEditingTest, NewInsertEditAndTheirChecks) {
     EXPECT_GT(s[1].Distance, 0.0);
 
     // Edit: the third takes the wind again and climbs.
-    auto edit = SectorDialog::ForEdit(2);
+    auto edit = SectorDialog::ForEdit(g_app.settings, g_app.plan, g_app.nav, 2);
     ASSERT_TRUE(edit);
     EXPECT_FALSE(edit->StartEditable());
     EXPECT_TRUE(edit->StillAir());
@@ -171,21 +172,21 @@ TEST_F(SectorEditingTest, NewInsertEditAndTheirChecks) {
     s = Sectors();
     EXPECT_NE(s[2].WindText, u"000/00");
     EXPECT_EQ(s[2].TrueAirspeed, 76);
-    EXPECT_FALSE(SectorDialog::ForEdit(3));
+    EXPECT_FALSE(SectorDialog::ForEdit(g_app.settings, g_app.plan, g_app.nav, 3));
 }
 
 TEST_F(SectorEditingTest, DirectToAndResume) {
     g_app.gps.Fix.latitude = 51 * kDeg + 0.9;
     g_app.gps.Fix.longitude = -1 * kDeg - 1000.7;
     g_app.gps.Fix.positionKnown = true;
-    EXPECT_TRUE(DirectTo(Find(u"Turweston")));
+    EXPECT_TRUE(DirectTo(g_app.leg, g_app.gps.Fix, Find(u"Turweston")));
     EXPECT_EQ(g_app.leg.DirectToStartLatitude.load(), 51 * kDeg);
     EXPECT_EQ(g_app.leg.DirectToStartLongitude.load(), -1 * kDeg - 1000);
     // 62.3' north and 4' east at 51.5N: atan(4 cos 51.5 / 62.3) = 2.3 degrees, truncated.
     EXPECT_EQ(g_app.leg.DirectToCourse.load(), 2);
     EXPECT_EQ(g_app.leg.LegChange.load(), 1);
     g_app.leg.LegChange = 0;
-    ResumePlan();
+    ResumePlan(g_app.leg);
     EXPECT_EQ(g_app.leg.DirectToStartLatitude.load(), 0);
     EXPECT_EQ(g_app.leg.LegChange.load(), 1);
 }
@@ -193,20 +194,20 @@ TEST_F(SectorEditingTest, DirectToAndResume) {
 TEST_F(PlanEditingTest, ChangesTheStoreCannotTakeAreToldOnceAndLeaveThePlanAsItWas) {
     WriteSectors({Leg(1, 50 * kDeg, 0, 51 * kDeg, 0), Leg(2, 51 * kDeg, 0, 52 * kDeg, kDeg),
                   Leg(3, 52 * kDeg, kDeg, 52 * kDeg, 2 * kDeg)});
-    RecomputePlanRoute(0);
+    RecomputePlanRoute(g_app.settings, g_app.plan, 0);
     auto before = Sectors();
     platform::SqliteDb other;  // another program, writing
     ASSERT_EQ(other.Open(platform_.Store().StoreFile(), false), 0);
     ASSERT_TRUE(other.Exec("BEGIN EXCLUSIVE"));
 
     std::size_t boxes = platform_.Ui().BoxTexts().size();
-    SectorDialog insert = SectorDialog::ForInsert(0);
+    SectorDialog insert = SectorDialog::ForInsert(g_app.settings, g_app.plan, g_app.nav, 0);
     insert.SetEnd({u"Mid", u"", 51 * kDeg, kDeg / 2});
     insert.SetAltitude("3000");
     EXPECT_EQ(insert.Ok(), 0);
-    EXPECT_FALSE(ReversePlan());
-    EXPECT_FALSE(DeletePlanSector(1));
-    EXPECT_FALSE(RecomputePlan(1));
+    EXPECT_FALSE(ReversePlan(g_app.settings, g_app.plan));
+    EXPECT_FALSE(DeletePlanSector(g_app.settings, g_app.plan, 1));
+    EXPECT_FALSE(RecomputePlan(g_app.settings, g_app.plan, 1));
     auto texts = platform_.Ui().BoxTexts();
     EXPECT_EQ(
         std::vector<std::string>(texts.begin() + static_cast<std::ptrdiff_t>(boxes), texts.end()),
@@ -229,10 +230,10 @@ TEST_F(PlanEditingTest, ChangesTheStoreCannotTakeAreToldOnceAndLeaveThePlanAsItW
 
 TEST_F(PlanEditingTest, FlightLogRowsAndTotals) {
     WriteSectors({Leg(1, 0, 0, 0, kDeg, 2, u"000/00"), Leg(2, 0, kDeg, 0, 2 * kDeg, 2, u"000/00")});
-    RecomputePlanRoute(1);
+    RecomputePlanRoute(g_app.settings, g_app.plan, 1);
     g_app.settings.GpsSource = kSourceSimulated;
     g_app.leg.ActiveSectorIndex = 1;
-    FlightLog log = BuildFlightLog();
+    FlightLog log = BuildFlightLog(g_app.settings, g_app.plan, g_app.leg);
     ASSERT_EQ(log.rows.size(), 2u);
     EXPECT_FALSE(log.rows[0].active);
     EXPECT_TRUE(log.rows[1].active);

@@ -19,11 +19,9 @@ class PlanningTest : public ::testing::Test {
     void SetUp() override {
         g_app.settings.AircraftReg.assign(u"G-CESS");
         CreateDefaultData();
-        InstallPlanningHooks();
         g_app.settings.CurrentPlanId = CreatePlanDatabase(u"Trip");
         g_app.settings.ActivePlanName.assign(u"Trip");
     }
-    void TearDown() override { SetSectorDeletedHook({}); }
 
     void SetWinds(const std::vector<WindRecord>& rows, std::u16string_view table = u"WindTable") {
         DbHandle h = OpenDatabase(table, schema::kWindAltitude);
@@ -59,7 +57,7 @@ class PlanningTest : public ::testing::Test {
         DbHandle h = OpenDatabase(u"Trip", schema::kSecNumber);
         for (const SectorRecord& s : sectors)
             WriteSector(h, s, 0);
-        RefreshPlanSectorCount();
+        RefreshPlanSectorCount(g_app.settings, g_app.plan);
     }
 
     std::vector<SectorRecord> Sectors() {

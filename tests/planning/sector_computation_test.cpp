@@ -34,7 +34,7 @@ TEST_F(SectorComputationTest, AWholePlanWorkedByHand) {
     north.Variation = -2.0;
     SectorRecord west = Leg(3, kDeg, kDeg, kDeg, 0, 3, u"", u"9000");
     WriteSectors({east, north, west});
-    RecomputePlanRoute(1);
+    RecomputePlanRoute(g_app.settings, g_app.plan, 1);
     auto s = Sectors();
     ASSERT_EQ(s.size(), 3u);
 
@@ -70,7 +70,7 @@ TEST_F(SectorComputationTest, AWholePlanWorkedByHand) {
     EXPECT_NEAR(s[2].Fuel, s[2].Time * 7.5 / 60.0, 1e-9);
 
     // Nothing changed: the same values again.
-    RecomputePlan(0);
+    RecomputePlan(g_app.settings, g_app.plan, 0);
     auto again = Sectors();
     for (std::size_t i = 0; i < s.size(); ++i) {
         EXPECT_EQ(again[i].Time, s[i].Time);
@@ -85,21 +85,21 @@ TEST_F(SectorComputationTest, WindFromTheTableUnlessStillAir) {
     WriteSectors({Leg(1, 0, 0, 0, kDeg, 2, u"", u"3500"),
                   Leg(2, 0, kDeg, 0, 2 * kDeg, 2, u"000/00", u"3500"),
                   Leg(3, 0, 2 * kDeg, 0, 3 * kDeg, 2, u"123/45", u"3500ft")});
-    RecomputePlanRoute(0);
+    RecomputePlanRoute(g_app.settings, g_app.plan, 0);
     auto s = Sectors();
     EXPECT_EQ(s[0].WindText, u"360/25");
     EXPECT_EQ(s[1].WindText, u"000/00");
     EXPECT_EQ(s[2].WindText, u"360/25");  // the altitude's leading digits count
     // refreshAirspeeds 0 keeps the sector's own (here unset) airspeed; 1 takes the aircraft's.
     EXPECT_EQ(s[0].TrueAirspeed, 0);
-    RecomputePlan(1);
+    RecomputePlan(g_app.settings, g_app.plan, 1);
     EXPECT_EQ(Sectors()[0].TrueAirspeed, 114);
 }
 
 TEST_F(SectorComputationTest, ZeroGroundSpeedIsNotGuarded) {
     SetWinds({{0, 270, 114, 0}, {5000, 270, 114, 0}, {9000, 270, 114, 0}});
     WriteSectors({Leg(1, 0, kDeg, 0, 0, 2)});
-    RecomputePlanRoute(1);
+    RecomputePlanRoute(g_app.settings, g_app.plan, 1);
     auto s = Sectors();
     EXPECT_EQ(s[0].GroundSpeed, 0);
     EXPECT_TRUE(std::isinf(s[0].Time));
@@ -109,20 +109,20 @@ TEST_F(SectorComputationTest, ZeroGroundSpeedIsNotGuarded) {
 TEST_F(SectorComputationTest, NothingIsComputedWithoutTheAircraft) {
     WriteSectors({Leg(1, 0, 0, 0, kDeg)});
     g_app.settings.AircraftReg.assign(u"G-NONE");
-    RecomputePlanRoute(1);
+    RecomputePlanRoute(g_app.settings, g_app.plan, 1);
     EXPECT_EQ(Sectors()[0].Distance, 0.0);
     g_app.settings.AircraftReg.assign(u"G-CESS");
     while (DeleteAircraft(0)) {
     }
-    RecomputePlanRoute(1);
+    RecomputePlanRoute(g_app.settings, g_app.plan, 1);
     EXPECT_EQ(Sectors()[0].Distance, 0.0);
     EXPECT_TRUE(platform_.Ui().Boxes().empty());
 }
 
 TEST_F(SectorComputationTest, DeletingTheMiddleSectorChainsTheRoute) {
     WriteSectors({Leg(1, 0, 0, 0, kDeg), Leg(2, 0, kDeg, kDeg, kDeg), Leg(3, kDeg, kDeg, kDeg, 0)});
-    RecomputePlanRoute(1);
-    ASSERT_TRUE(DeletePlanSector(1));
+    RecomputePlanRoute(g_app.settings, g_app.plan, 1);
+    ASSERT_TRUE(DeletePlanSector(g_app.settings, g_app.plan, 1));
     auto s = Sectors();
     ASSERT_EQ(s.size(), 2u);
     EXPECT_EQ(g_app.plan.PlanSectorCount, 2u);
@@ -133,14 +133,14 @@ TEST_F(SectorComputationTest, DeletingTheMiddleSectorChainsTheRoute) {
     // From (0, 1E) to (1N, 0): south-west of north, now recomputed.
     EXPECT_NEAR(s[1].TrueCourse, 315.0, 0.1);
     EXPECT_NEAR(s[1].Distance, std::sqrt(2.0) * 60.0, 0.1);
-    EXPECT_FALSE(DeletePlanSector(5));
+    EXPECT_FALSE(DeletePlanSector(g_app.settings, g_app.plan, 5));
 }
 
 TEST_F(SectorComputationTest, ReversingSwapsEndsAndOrder) {
     WriteSectors({Leg(1, 0, 0, 0, kDeg), Leg(2, 0, kDeg, kDeg, kDeg), Leg(3, kDeg, kDeg, kDeg, 0)});
-    RecomputePlanRoute(1);
+    RecomputePlanRoute(g_app.settings, g_app.plan, 1);
     auto before = Sectors();
-    ReversePlan();
+    ReversePlan(g_app.settings, g_app.plan);
     auto s = Sectors();
     ASSERT_EQ(s.size(), 3u);
     for (int i = 0; i < 3; ++i) {

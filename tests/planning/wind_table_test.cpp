@@ -51,7 +51,7 @@ TEST_F(WindTableTest, FewerThanThreeRowsWarnEachTimeAndGiveCalmWind) {
 }
 
 TEST_F(WindTableTest, ListLinesAndEditingKeepTheRowsAsTyped) {
-    WindTableDialog d;
+    WindTableDialog d{g_app.settings, g_app.plan};
     d.Open();
     ASSERT_EQ(d.Lines().size(), 4u);
     EXPECT_EQ(d.Lines()[0], "00000         100        10        15");
@@ -94,7 +94,7 @@ TEST_F(WindTableTest, ListLinesAndEditingKeepTheRowsAsTyped) {
 }
 
 TEST_F(WindTableTest, DeleteIsRefusedAtThreeRows) {
-    WindTableDialog d;
+    WindTableDialog d{g_app.settings, g_app.plan};
     d.Open();
     d.Delete();  // nothing selected: nothing happens
     EXPECT_EQ(d.Lines().size(), 4u);

@@ -30,10 +30,8 @@ class AircraftDialogsTest : public DialogTest {
   protected:
     void SetUp() override {
         DialogTest::SetUp();
-        LoadCurrentAircraft();
-        InstallPlanningHooks();
+        LoadCurrentAircraft(g_app.settings, g_app.aircraft);
     }
-    void TearDown() override { SetSectorDeletedHook({}); }
 
     int Run(Dialog dialog, User user) {
         WhenShown(std::move(user));

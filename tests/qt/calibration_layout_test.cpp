@@ -44,9 +44,9 @@ TEST_F(CalibrationLayoutTest, BannerTextStaysInsideTheScreen) {
     platform::Sys().graphics = &graphics;
     platform::Bitmap screen(240, 320);
     auto canvas = graphics.CanvasOn(screen);
-    BeginCalibrationView();
+    BeginCalibrationView(g_app.view);
     g_app.view.AircraftScreenX = g_app.view.AircraftScreenY = 120;
-    PaintCalibrationView(*canvas);
+    PaintCalibrationView(*canvas, {g_app.view, g_app.settings, g_app.gps, g_app.leg});
     canvas.reset();
     platform::Sys().graphics = nullptr;
     const platform::Color yellow = platform::Rgb(255, 255, 0);

@@ -42,7 +42,7 @@ class PlanningDialogsTest : public DialogTest {
         s.AltitudeText = u"2000";
         WriteSector(h, s, 0);
         h.Close();
-        RecomputePlanRoute(1);
+        RecomputePlanRoute(g_app.settings, g_app.plan, 1);
     }
 
     // Sets the 2000 ft row to a wind from the west, then closes the table by `close`.
@@ -75,7 +75,7 @@ bool Shows(const std::vector<std::string>& texts, const std::string& text) {
 
 TEST_F(PlanningDialogsTest, EveryWayOfClosingTheWindTableRecomputesThePlan) {
     WestboundSector();
-    FlightLogRow before = BuildFlightLog().rows.at(0);
+    FlightLogRow before = BuildFlightLog(g_app.settings, g_app.plan, g_app.leg).rows.at(0);
     EXPECT_EQ(before.TrueCourse(), "270°T");
     EXPECT_EQ(before.Wind(), "110°T/15kt");
     EXPECT_NE(before.MagHeading(), "270°M");  // the crosswind part turns the heading
@@ -93,7 +93,7 @@ TEST_F(PlanningDialogsTest, EveryWayOfClosingTheWindTableRecomputesThePlan) {
     };
     for (const Case& c : cases) {
         WindFromWest(c.speed, c.close);
-        FlightLogRow row = BuildFlightLog().rows.at(0);
+        FlightLogRow row = BuildFlightLog(g_app.settings, g_app.plan, g_app.leg).rows.at(0);
         EXPECT_EQ(row.Wind(), "270°T/" + std::to_string(c.speed) + "kt") << c.how;
         EXPECT_EQ(row.GroundSpeed(), std::to_string(114 - c.speed)) << c.how;
         EXPECT_EQ(row.MagHeading(), "270°M") << c.how;  // straight into the wind, no variation

@@ -34,11 +34,9 @@ class SubsystemDialogsTest : public DialogTest {
   protected:
     void SetUp() override {
         DialogTest::SetUp();
-        InstallPlanningHooks();
         g_app.settings.CurrentPlanId = CreatePlanDatabase(u"Trip");
         g_app.settings.ActivePlanName.assign(u"Trip");
     }
-    void TearDown() override { SetSectorDeletedHook({}); }
 
     int Run(Dialog dialog, User user) {
         WhenShown(std::move(user));
@@ -59,10 +57,10 @@ class SubsystemDialogsTest : public DialogTest {
 
 TEST_F(SubsystemDialogsTest, NewSectorFromSearchAndPositionThenEditIt) {
     g_app.settings.NavDatabaseName.assign(u"Test");
-    ASSERT_TRUE(MountNavVolume());
-    CreateNavDatabase(u"Test");
+    ASSERT_TRUE(MountNavVolume(g_app.settings, g_app.nav));
+    CreateNavDatabase(g_app.nav, u"Test");
     {
-        DbHandle h = OpenNavDatabase(u"Test", schema::kWptName);
+        DbHandle h = OpenNavDatabase(g_app.nav, u"Test", schema::kWptName);
         WaypointRecord w;
         w.Name = u"Wellesbourne";
         w.Ident = u"EGBW";
@@ -70,7 +68,7 @@ TEST_F(SubsystemDialogsTest, NewSectorFromSearchAndPositionThenEditIt) {
         w.Longitude = -1 * 6000 - 3700;
         WriteWaypoint(h, w, 0);
     }
-    UnmountNavVolume();
+    UnmountNavVolume(g_app.nav);
 
     int result = Run(Dialog::NewSector, [](QWidget* d) {
         EXPECT_EQ(d->windowTitle(), "New sector");
@@ -305,7 +303,7 @@ TEST_F(SubsystemDialogsTest, NewDatabaseThenAddEditAndDeleteAWaypoint) {
         Click(d, "ok");
     });
     EXPECT_EQ(result, kDialogOk);
-    auto lines = ListNavDatabase("Home");
+    auto lines = ListNavDatabase(g_app.settings, g_app.nav, "Home");
     ASSERT_EQ(lines.size(), 1u);
     EXPECT_EQ(lines[0].text, "Home strip  XHOM");
 
@@ -322,17 +320,17 @@ TEST_F(SubsystemDialogsTest, NewDatabaseThenAddEditAndDeleteAWaypoint) {
             Click(form, "ok");
         });
         Click(d, "edit");
-        auto edited = ListNavDatabase("Home");
+        auto edited = ListNavDatabase(g_app.settings, g_app.nav, "Home");
         WaypointForm stored;
         ASSERT_EQ(edited.size(), 1u);
-        ASSERT_TRUE(ReadWaypointForEdit(edited[0].oid, stored));
+        ASSERT_TRUE(ReadWaypointForEdit(g_app.settings, g_app.nav, edited[0].oid, stored));
         EXPECT_EQ(stored.elevation, "350");
         list->setCurrentRow(0);
         Click(d, "delete");
         EXPECT_EQ(list->count(), 0);
         Click(d, "ok");
     });
-    EXPECT_TRUE(ListNavDatabase("Home").empty());
+    EXPECT_TRUE(ListNavDatabase(g_app.settings, g_app.nav, "Home").empty());
 }
 
 // --- utilities ---

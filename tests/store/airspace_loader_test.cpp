@@ -25,7 +25,7 @@ class AirspaceLoaderTest : public ::testing::Test {
   protected:
     void Load(const std::string& text) {
         testing::WriteFile(platform.Data().ResolveForWrite(kAirspaceFile), text);
-        LoadAirspace();
+        LoadAirspace(g_app.nav);
     }
     std::u16string Keyword(std::size_t i) const {
         return std::u16string(g_app.nav.AirspaceOverlay.at(i).keyword.view());
@@ -123,7 +123,7 @@ TEST_F(AirspaceLoaderTest, StopsOneShortOfTheBlock) {
 
 TEST_F(AirspaceLoaderTest, MissingFileReportsAndLeavesTheCount) {
     g_app.nav.AirspaceEntryCount = 0;
-    LoadAirspace();
+    LoadAirspace(g_app.nav);
     EXPECT_EQ(platform.Ui().BoxTexts(),
               std::vector<std::string>{"Could not open airspace txt file. Error:"});
     EXPECT_EQ(platform.Ui().Boxes()[0].caption, "");

@@ -20,7 +20,7 @@ class ChooserTest : public ::testing::Test {
 
 TEST_F(ChooserTest, ChoosingCutsFourCharactersAndMarksTheArrays) {
     platform.Ui().ChooseNext(Pick(u"Europe.CDB"));
-    EXPECT_EQ(ChooseNavDatabase(), 0);
+    EXPECT_EQ(ChooseNavDatabase(g_app.settings, g_app.nav), 0);
     EXPECT_EQ(g_app.settings.NavDatabaseName.view(), u"Europe");
     EXPECT_EQ(g_app.nav.ArraysPending, 1);
     auto request = platform.Ui().FileRequests().at(0);
@@ -30,16 +30,16 @@ TEST_F(ChooserTest, ChoosingCutsFourCharactersAndMarksTheArrays) {
     EXPECT_EQ(request.initialFolder, "aerix");
 
     platform.Ui().ChooseNext(Pick(u"Alps.cdbx"));  // four characters go, whatever they are
-    EXPECT_EQ(ChooseNavDatabase(), 0);
+    EXPECT_EQ(ChooseNavDatabase(g_app.settings, g_app.nav), 0);
     EXPECT_EQ(g_app.settings.NavDatabaseName.view(), u"Alps.");
 }
 
 TEST_F(ChooserTest, CancelOrATooShortTitleChangesNothing) {
     g_app.settings.NavDatabaseName.assign(u"World");
     platform.Ui().ChooseNext(std::nullopt);
-    EXPECT_EQ(ChooseNavDatabase(), -1);
+    EXPECT_EQ(ChooseNavDatabase(g_app.settings, g_app.nav), -1);
     platform.Ui().ChooseNext(Pick(u"CDB"));
-    EXPECT_EQ(ChooseNavDatabase(), -1);
+    EXPECT_EQ(ChooseNavDatabase(g_app.settings, g_app.nav), -1);
     EXPECT_EQ(g_app.settings.NavDatabaseName.view(), u"World");
     EXPECT_EQ(g_app.nav.ArraysPending, 0);
 }
@@ -48,7 +48,7 @@ TEST_F(ChooserTest, DeleteRefusesTheActiveDatabaseCaseSensitively) {
     g_app.settings.NavDatabaseName.assign(u"Europe");
     auto active = Pick(u"Europe.CDB");
     platform.Ui().ChooseNext(active);
-    DeleteNavDatabase();
+    DeleteNavDatabase(g_app.settings);
     EXPECT_EQ(platform.Ui().BoxTexts(),
               std::vector<std::string>{"Cannot delete - active database"});
     EXPECT_TRUE(std::filesystem::exists(active.path));
@@ -58,11 +58,11 @@ TEST_F(ChooserTest, DeleteRefusesTheActiveDatabaseCaseSensitively) {
     other.title = u"europe.CDB";
     platform.Ui().ChooseNext(other);
     platform.Ui().AnswerNext(platform::kIdNo);
-    DeleteNavDatabase();
+    DeleteNavDatabase(g_app.settings);
     EXPECT_TRUE(std::filesystem::exists(other.path));
     platform.Ui().ChooseNext(other);
     platform.Ui().AnswerNext(platform::kIdYes);
-    DeleteNavDatabase();
+    DeleteNavDatabase(g_app.settings);
     EXPECT_FALSE(std::filesystem::exists(other.path));
     auto boxes = platform.Ui().Boxes();
     ASSERT_EQ(boxes.size(), 3u);

@@ -21,7 +21,7 @@ class NavDialogsTest : public ::testing::Test {
     }
     std::vector<std::string> Lines(std::string_view search) {
         std::vector<std::string> out;
-        for (const auto& l : ListNavDatabase(search))
+        for (const auto& l : ListNavDatabase(g_app.settings, g_app.nav, search))
             out.push_back(l.text);
         return out;
     }
@@ -73,23 +73,24 @@ TEST_F(NavDialogsTest, NewDatabaseIsCreatedEmptyAndBecomesActive) {
     };
     for (const Case& c : refused) {
         platform.Ui().Clear();
-        EXPECT_FALSE(NewNavDatabase(c.name));
+        EXPECT_FALSE(NewNavDatabase(g_app.settings, g_app.nav, c.name));
         EXPECT_EQ(platform.Ui().BoxTexts(), std::vector<std::string>{c.message});
     }
     platform.Ui().Clear();
-    EXPECT_TRUE(NewNavDatabase("Alps"));
+    EXPECT_TRUE(NewNavDatabase(g_app.settings, g_app.nav, "Alps"));
     EXPECT_EQ(g_app.settings.NavDatabaseName.view(), u"Alps");
     EXPECT_EQ(g_app.nav.ArraysPending, 1);
     EXPECT_TRUE(
         std::filesystem::exists(platform.Data().Resolve(u"\\My Documents\\Aerix\\Alps.CDB")));
-    EXPECT_TRUE(ListNavDatabase("").empty());
+    EXPECT_TRUE(ListNavDatabase(g_app.settings, g_app.nav, "").empty());
     EXPECT_TRUE(platform.Ui().Boxes().empty());
-    EXPECT_FALSE(NewNavDatabase("alps"));  // the file system ignores letter case
+    EXPECT_FALSE(
+        NewNavDatabase(g_app.settings, g_app.nav, "alps"));  // the file system ignores letter case
     EXPECT_EQ(platform.Ui().BoxTexts(), std::vector<std::string>{"Database already exists"});
 }
 
 TEST_F(NavDialogsTest, AddListSearchEditAndDelete) {
-    ASSERT_TRUE(NewNavDatabase("Mine"));
+    ASSERT_TRUE(NewNavDatabase(g_app.settings, g_app.nav, "Mine"));
     WaypointForm full = Form("Lasham", "EGHL", "N51 11.2", "W001 01.9");
     full.elevation = "618";
     full.type = 1;
@@ -99,9 +100,9 @@ TEST_F(NavDialogsTest, AddListSearchEditAndDelete) {
     full.municipality = "Alton";
     full.runway = "09/27";
     full.notes[6] = "last note";
-    ASSERT_TRUE(AddWaypoint(full));
-    ASSERT_TRUE(AddWaypoint(Form("Detling", "DET", "51.304", "0.598")));
-    ASSERT_TRUE(AddWaypoint(Form("Benson", "EGUB", "51.616", "-1.095")));
+    ASSERT_TRUE(AddWaypoint(g_app.settings, g_app.nav, full));
+    ASSERT_TRUE(AddWaypoint(g_app.settings, g_app.nav, Form("Detling", "DET", "51.304", "0.598")));
+    ASSERT_TRUE(AddWaypoint(g_app.settings, g_app.nav, Form("Benson", "EGUB", "51.616", "-1.095")));
     EXPECT_EQ(Lines(""),
               (std::vector<std::string>{"Benson  EGUB", "Detling  DET", "Lasham  EGHL"}));
     EXPECT_EQ(Lines("son"), std::vector<std::string>{"Benson  EGUB"});
@@ -109,28 +110,28 @@ TEST_F(NavDialogsTest, AddListSearchEditAndDelete) {
     g_app.nav.NavSearchKey = platform::MakePropId(101, platform::kCevtLpwstr);
     EXPECT_EQ(Lines("EG"), (std::vector<std::string>{"Benson  EGUB", "Lasham  EGHL"}));
 
-    auto lasham = ListNavDatabase("EGHL").at(0);  // by ident now
+    auto lasham = ListNavDatabase(g_app.settings, g_app.nav, "EGHL").at(0);  // by ident now
     WaypointForm read;
-    ASSERT_TRUE(ReadWaypointForEdit(lasham.oid, read));
+    ASSERT_TRUE(ReadWaypointForEdit(g_app.settings, g_app.nav, lasham.oid, read));
     EXPECT_EQ(read.source, "user");
     EXPECT_EQ(read.runwayLength, "1200");
     EXPECT_EQ(read.notes[6], "last note");
     EXPECT_EQ(read.type, 1);
     read.name = "Lasham Gliding";
     read.type = 6;
-    ASSERT_TRUE(EditWaypoint(lasham.oid, read));
+    ASSERT_TRUE(EditWaypoint(g_app.settings, g_app.nav, lasham.oid, read));
     WaypointForm again;
-    ASSERT_TRUE(ReadWaypointForEdit(lasham.oid, again));
+    ASSERT_TRUE(ReadWaypointForEdit(g_app.settings, g_app.nav, lasham.oid, again));
     EXPECT_EQ(again.name, "Lasham Gliding");
     EXPECT_EQ(again.latitude, read.latitude);  // the position survives the round trip
     EXPECT_EQ(again.type, 6);
 
     g_app.nav.NavSearchKey = platform::MakePropId(100, platform::kCevtLpwstr);
-    auto detling = ListNavDatabase("Detling").at(0);
+    auto detling = ListNavDatabase(g_app.settings, g_app.nav, "Detling").at(0);
     platform.Ui().AnswerNext(platform::kIdNo);
-    EXPECT_FALSE(DeleteWaypointAt(detling.index));
+    EXPECT_FALSE(DeleteWaypointAt(g_app.settings, g_app.nav, detling.index));
     platform.Ui().AnswerNext(platform::kIdYes);
-    EXPECT_TRUE(DeleteWaypointAt(detling.index));
+    EXPECT_TRUE(DeleteWaypointAt(g_app.settings, g_app.nav, detling.index));
     EXPECT_EQ(Lines(""), (std::vector<std::string>{"Benson  EGUB", "Lasham Gliding  EGHL"}));
     EXPECT_EQ(platform.Ui().BoxTexts(),
               (std::vector<std::string>{"Delete waypoint - Are you sure?",
@@ -139,7 +140,7 @@ TEST_F(NavDialogsTest, AddListSearchEditAndDelete) {
 }
 
 TEST_F(NavDialogsTest, FormProblemsAreToldAndNothingIsWritten) {
-    ASSERT_TRUE(NewNavDatabase("Mine"));
+    ASSERT_TRUE(NewNavDatabase(g_app.settings, g_app.nav, "Mine"));
     struct Case {
         WaypointForm form;
         const char* message;
@@ -167,16 +168,16 @@ TEST_F(NavDialogsTest, FormProblemsAreToldAndNothingIsWritten) {
     };
     for (const Case& c : cases) {
         platform.Ui().Clear();
-        EXPECT_FALSE(AddWaypoint(c.form)) << c.message;
+        EXPECT_FALSE(AddWaypoint(g_app.settings, g_app.nav, c.form)) << c.message;
         EXPECT_EQ(platform.Ui().BoxTexts(), std::vector<std::string>{c.message});
     }
-    EXPECT_TRUE(ListNavDatabase("").empty());
+    EXPECT_TRUE(ListNavDatabase(g_app.settings, g_app.nav, "").empty());
     EXPECT_EQ(WaypointTypeName(7), "Reporting pt");
     EXPECT_EQ(WaypointTypeName(0), "");
 }
 
 TEST_F(NavDialogsTest, WithoutAnActiveDatabaseNothingHappens) {
-    EXPECT_FALSE(AddWaypoint(Form("Name", "ID", "51", "0")));
+    EXPECT_FALSE(AddWaypoint(g_app.settings, g_app.nav, Form("Name", "ID", "51", "0")));
     EXPECT_EQ(platform.Ui().BoxTexts(), std::vector<std::string>{"No navigation database chosen"});
 }
 

@@ -25,9 +25,9 @@ class NavLoaderTest : public ::testing::Test {
     }
     // Writes raw property lists, so records may lack properties.
     void Write(const std::vector<std::vector<PropVal>>& records) {
-        NavVolumeScope volume(u"Test");
-        CreateNavDatabase(u"Test");
-        DbHandle h = OpenNavDatabase(u"Test", schema::kWptName);
+        NavVolumeScope volume(g_app.nav, u"Test");
+        CreateNavDatabase(g_app.nav, u"Test");
+        DbHandle h = OpenNavDatabase(g_app.nav, u"Test", schema::kWptName);
         for (const auto& props : records)
             ASSERT_NE(h.Write(0, props), 0u);
     }
@@ -60,7 +60,7 @@ TEST_F(NavLoaderTest, KeepsWaypointsInsideTheBoundsInclusiveInNameOrder) {
         Wpt(u"West edge", 51 * 6000, -12000),
         Wpt(u"Past west", 51 * 6000, -12001),
     });
-    LoadNavDatabase();
+    LoadNavDatabase(g_app.settings, g_app.nav);
     EXPECT_EQ(g_app.nav.NavEntryCount, 4u);
     EXPECT_EQ(Names(), (std::vector<std::u16string>{u"East edge", u"North edge", u"South edge",
                                                     u"West edge"}));
@@ -81,7 +81,7 @@ TEST_F(NavLoaderTest, ADroppedEntryLeavesWhatTheNextRecordLacks) {
     // "A" lies outside and is overwritten by "B", which has no ident, type or 108.
     Write({Wpt(u"A", 0, 0),
            {PropVal::Text(100, u"B"), PropVal::I4(102, 51 * 6000), PropVal::I4(103, 0)}});
-    LoadNavDatabase();
+    LoadNavDatabase(g_app.settings, g_app.nav);
     ASSERT_EQ(g_app.nav.NavEntryCount, 1u);
     EXPECT_EQ(g_app.nav.NavDatabase[0].name.view(), u"B");
     EXPECT_EQ(g_app.nav.NavDatabase[0].ident.view(), u"ID");
@@ -92,7 +92,7 @@ TEST_F(NavLoaderTest, NothingInsideGivesAnEmptyArray) {
     Write({Wpt(u"Far", 0, 0)});
     g_app.nav.NavDatabase.resize(3);
     g_app.nav.NavEntryCount = 3;
-    LoadNavDatabase();
+    LoadNavDatabase(g_app.settings, g_app.nav);
     EXPECT_EQ(g_app.nav.NavEntryCount, 0u);
     EXPECT_TRUE(g_app.nav.NavDatabase.empty());
 }
@@ -101,7 +101,7 @@ TEST_F(NavLoaderTest, TextsLongerThanTheirFieldAreCutNotOverrun) {
     Write({{PropVal::Text(100, std::u16string(50, u'N')), PropVal::Text(101, u"TOOLONG"),
             PropVal::I4(102, 51 * 6000), PropVal::I4(103, 0),
             PropVal::Text(108, std::u16string(40, u'x'))}});
-    LoadNavDatabase();
+    LoadNavDatabase(g_app.settings, g_app.nav);
     ASSERT_EQ(g_app.nav.NavEntryCount, 1u);
     EXPECT_EQ(g_app.nav.NavDatabase[0].name.view(), std::u16string(35, u'N'));
     EXPECT_EQ(g_app.nav.NavDatabase[0].ident.view(), u"TOOLO");
@@ -112,7 +112,7 @@ TEST_F(NavLoaderTest, OpenFailureSaysSoTwiceAndKeepsThePreviousArray) {
     g_app.settings.NavDatabaseName.assign(u"Missing");
     g_app.nav.NavDatabase.resize(2);
     g_app.nav.NavEntryCount = 2;
-    LoadNavDatabase();
+    LoadNavDatabase(g_app.settings, g_app.nav);
     EXPECT_EQ(platform.Ui().BoxTexts(),
               (std::vector<std::string>{"Could not open Nav database",
                                         "Could not open nav database. Error:"}));

@@ -69,7 +69,7 @@ TEST(OpenAirImport, ConvertsPolygonsCirclesAndArcsAndReportsBrokenLines) {
     testing::TestPlatform platform;
     auto file = platform.Root() / "out.txt";
     testing::WriteFile(file, result.text);
-    LoadAirspaceFrom(file);
+    LoadAirspaceFrom(g_app.nav, file);
     ASSERT_EQ(g_app.nav.AirspaceEntryCount, static_cast<std::uint32_t>(result.lines));
     const auto& e = g_app.nav.AirspaceOverlay;
     std::vector<std::u16string> keywords;
@@ -101,7 +101,7 @@ TEST(OpenAirImport, ArcByPointsUsesBearingsAndDistanceFromTheCentre) {
     testing::TestPlatform platform;
     auto file = platform.Root() / "b.txt";
     testing::WriteFile(file, result.text);
-    LoadAirspaceFrom(file);
+    LoadAirspaceFrom(g_app.nav, file);
     ASSERT_EQ(g_app.nav.AirspaceEntryCount, 2u);
     const auto& arc = g_app.nav.AirspaceOverlay[1];
     EXPECT_NEAR(arc.valueA, 10.0, 1e-3);

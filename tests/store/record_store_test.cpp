@@ -91,7 +91,7 @@ TEST_F(RecordStoreTest, SectorRoundTripsAndPartialRecordsLeaveFieldsUntouched) {
     ASSERT_NE(plan, 0u);
     DbHandle h = OpenDatabase(u"Trip", schema::kSecNumber);
     ASSERT_TRUE(h);
-    EXPECT_EQ(g_app.nav.LastOpenedDatabaseId, plan);
+    EXPECT_EQ(h.DatabaseOid(), plan);
     SectorRecord s;
     s.SectorNumber = 1;
     s.Text401 = u"EGKB";
@@ -160,9 +160,9 @@ TEST_F(RecordStoreTest, PlanListKeepsOnlyPlanDatabases) {
 }
 
 TEST_F(RecordStoreTest, OpenFailuresSayTheirMessageAndRecordNoDatabase) {
-    g_app.nav.LastOpenedDatabaseId = 77;
-    EXPECT_FALSE(OpenDatabase(u"Missing", schema::kSecNumber));
-    EXPECT_EQ(g_app.nav.LastOpenedDatabaseId, 0u);
+    DbHandle missing = OpenDatabase(u"Missing", schema::kSecNumber);
+    EXPECT_FALSE(missing);
+    EXPECT_EQ(missing.DatabaseOid(), 0u);
     DbHandle none;
     EXPECT_EQ(WriteWind(none, {1000, 90, 10, 5}), 0u);
     EXPECT_EQ(Boxes(),
@@ -171,12 +171,12 @@ TEST_F(RecordStoreTest, OpenFailuresSayTheirMessageAndRecordNoDatabase) {
 
 TEST_F(RecordStoreTest, OpenAlwaysVolumeIsCreatedEmptyAndTheNavOpenThenFails) {
     g_app.settings.NavDatabaseName.assign(u"Europe");
-    ASSERT_TRUE(MountNavVolume());
+    ASSERT_TRUE(MountNavVolume(g_app.settings, g_app.nav));
     EXPECT_TRUE(std::filesystem::exists(tp_.Root() / "My Documents" / "aerix" / "Europe.CDB"));
     std::uint32_t count = 99;
-    EXPECT_FALSE(OpenNavDatabase(u"Europe", schema::kWptName, &count));
+    EXPECT_FALSE(OpenNavDatabase(g_app.nav, u"Europe", schema::kWptName, &count));
     EXPECT_EQ(Boxes(), (std::vector<std::string>{"Could not open Nav database"}));
-    UnmountNavVolume();
+    UnmountNavVolume(g_app.nav);
     EXPECT_EQ(g_app.nav.NavVolumeGuid, 0u);
 }
 
@@ -185,8 +185,8 @@ TEST_F(RecordStoreTest, DamagedNavVolumeIsReportedAndKept) {
     auto file = tp_.Root() / "My Documents" / "Aerix" / "Bad.CDB";
     testing::WriteFile(file, "not a volume");
     ASSERT_NE(CreateDatabase(u"Bad", schema::kMapsType, schema::kWptName), 0u);  // in the store
-    EXPECT_FALSE(MountNavVolume());
-    EXPECT_FALSE(OpenNavDatabase(u"Bad", schema::kWptName));
+    EXPECT_FALSE(MountNavVolume(g_app.settings, g_app.nav));
+    EXPECT_FALSE(OpenNavDatabase(g_app.nav, u"Bad", schema::kWptName));
     EXPECT_EQ(Boxes(), (std::vector<std::string>{"Could not create database volume",
                                                  "Could not open Nav database"}));
     EXPECT_EQ(testing::ReadFile(file), "not a volume");
@@ -194,10 +194,10 @@ TEST_F(RecordStoreTest, DamagedNavVolumeIsReportedAndKept) {
 
 TEST_F(RecordStoreTest, NavSearchMatchesNameOrIdentBySearchKey) {
     g_app.settings.NavDatabaseName.assign(u"Test");
-    ASSERT_TRUE(MountNavVolume());
-    ASSERT_NE(CreateNavDatabase(u"Test"), 0u);
+    ASSERT_TRUE(MountNavVolume(g_app.settings, g_app.nav));
+    ASSERT_NE(CreateNavDatabase(g_app.nav, u"Test"), 0u);
     {
-        DbHandle h = OpenNavDatabase(u"Test", schema::kWptName);
+        DbHandle h = OpenNavDatabase(g_app.nav, u"Test", schema::kWptName);
         WaypointRecord w;
         w.Name = u"Biggin Hill";
         w.Ident = u"EGKB";
@@ -219,20 +219,20 @@ TEST_F(RecordStoreTest, NavSearchMatchesNameOrIdentBySearchKey) {
     };
     for (const Case& c : cases) {
         g_app.nav.NavSearchKey = c.key;
-        DbHandle h = OpenNavDatabase(u"Test", schema::kWptName);
+        DbHandle h = OpenNavDatabase(g_app.nav, u"Test", schema::kWptName);
         std::vector<int> got;
         std::u16string text;
         int r;
-        while ((r = ReadNavSearch(h, c.search, text)) >= 0)
+        while ((r = ReadNavSearch(g_app.nav, h, c.search, text)) >= 0)
             got.push_back(r);
         EXPECT_EQ(got, c.matches);
     }
-    DbHandle h = OpenNavDatabase(u"Test", schema::kWptIdent);
+    DbHandle h = OpenNavDatabase(g_app.nav, u"Test", schema::kWptIdent);
     std::u16string line;
     ASSERT_NE(ReadNavListLine(h, line), 0u);
     EXPECT_EQ(line, u"Biggin Hill  EGKB");
-    EXPECT_TRUE(DeleteWaypoint(0));
-    UnmountNavVolume();
+    EXPECT_TRUE(DeleteWaypoint(g_app.settings, g_app.nav, 0));
+    UnmountNavVolume(g_app.nav);
     EXPECT_TRUE(Boxes().empty());
 }
 
@@ -245,7 +245,8 @@ TEST_F(RecordStoreTest, SectorDeleteRecomputesUnlessTheLoadedCountRulesItOut) {
     const std::vector<Case> cases{{0, false}, {2, false}, {3, true}, {1, true}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.loadedCount);
-        g_app.settings.ActivePlanName.assign(u"P" + std::u16string(1, char16_t(u'0' + c.loadedCount)));
+        g_app.settings.ActivePlanName.assign(u"P" +
+                                             std::u16string(1, char16_t(u'0' + c.loadedCount)));
         ASSERT_NE(CreatePlanDatabase(g_app.settings.ActivePlanName.view()), 0u);
         {
             DbHandle h = OpenDatabase(g_app.settings.ActivePlanName.view(), schema::kSecNumber);
@@ -256,16 +257,13 @@ TEST_F(RecordStoreTest, SectorDeleteRecomputesUnlessTheLoadedCountRulesItOut) {
             }
         }
         int calls = 0;
-        SetSectorDeletedHook([&calls] { ++calls; });
-        g_app.plan.PlanSectorCount = c.loadedCount;
-        EXPECT_TRUE(DeleteSector(1));
+        EXPECT_TRUE(DeleteSector(g_app.settings, c.loadedCount, 1, [&calls] { ++calls; }));
         EXPECT_EQ(calls, c.recompute ? 1 : 0);
         SectorRecord s;
-        EXPECT_TRUE(ReadActivePlanSector(1, s));
+        EXPECT_TRUE(ReadActivePlanSector(g_app.settings, 1, s));
         EXPECT_EQ(s.SectorNumber, 3);
-        EXPECT_FALSE(ReadActivePlanSector(2, s));
+        EXPECT_FALSE(ReadActivePlanSector(g_app.settings, 2, s));
     }
-    SetSectorDeletedHook(nullptr);
 }
 
 }  // namespace

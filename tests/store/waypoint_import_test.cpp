@@ -209,19 +209,19 @@ TEST(WaypointImport, AddsToTheDatabaseWithoutDuplicates) {
         "\"Two\",TWO,GB,5200.000N,00100.000W,10m,1\n"
         "\"One\",ONE,GB,5100.000N,00100.000W,10m,1\n",
         "a.cup");
-    WaypointImportResult first = ImportWaypoints(u"Mine", p.records);
+    WaypointImportResult first = ImportWaypoints(g_app.nav, u"Mine", p.records);
     EXPECT_TRUE(first.ok);
     EXPECT_EQ(first.added, 2u);
     EXPECT_EQ(first.duplicates, 1u);
     p.records[1].Latitude += 1;  // changed: a new record
-    WaypointImportResult second = ImportWaypoints(u"Mine", p.records);
+    WaypointImportResult second = ImportWaypoints(g_app.nav, u"Mine", p.records);
     EXPECT_EQ(second.added, 1u);
     EXPECT_EQ(second.duplicates, 2u);
     EXPECT_EQ(g_app.nav.NavVolumeGuid, 0u);
 
-    NavVolumeScope volume(u"Mine");
+    NavVolumeScope volume(g_app.nav, u"Mine");
     std::uint32_t count = 0;
-    DbHandle h = OpenNavDatabase(u"Mine", schema::kWptName, &count);
+    DbHandle h = OpenNavDatabase(g_app.nav, u"Mine", schema::kWptName, &count);
     EXPECT_EQ(count, 3u);
     EXPECT_TRUE(platform.Ui().Boxes().empty());
 }

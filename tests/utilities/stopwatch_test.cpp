@@ -18,7 +18,7 @@ class StopwatchTest : public ::testing::Test {
             dialog_.Tick();
     }
     testing::TestPlatform platform_;
-    StopwatchDialog dialog_;
+    StopwatchDialog dialog_{g_app.stopwatch};
 };
 
 TEST_F(StopwatchTest, CountsAndWidensTheHours) {
@@ -46,7 +46,7 @@ TEST_F(StopwatchTest, CountersOutliveTheDialogAndStartRestartsFromZero) {
     EXPECT_EQ(g_app.stopwatch.StopwatchMinutes, 1);
     EXPECT_EQ(g_app.stopwatch.StopwatchSeconds, 15);
 
-    StopwatchDialog reopened;
+    StopwatchDialog reopened{g_app.stopwatch};
     reopened.Open();
     EXPECT_EQ(reopened.Display(), "00:00:00");
     EXPECT_EQ(g_app.stopwatch.StopwatchSeconds, 15);  // untouched until Start

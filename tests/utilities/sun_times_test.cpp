@@ -52,7 +52,7 @@ TEST_F(SunDialogTest, OpensOnTheFixAndTodaysUtcDate) {
     g_app.gps.Fix.longitude = -74.3 * 6000;  // 074°18.00' W
     g_app.gps.Fix.latitude += 0.996;         // rounds up into the next hundredth... and minute
     SunDialog dialog;
-    dialog.Open();
+    dialog.Open(g_app.gps.Fix.latitude, g_app.gps.Fix.longitude);
     EXPECT_EQ(platform_.Ui().Titles().back(), "Sunrise/sunset");
     EXPECT_EQ(dialog.Text(SunDialog::kLatDegrees), "40");
     EXPECT_EQ(dialog.Text(SunDialog::kLatMinutes), "54");
@@ -78,14 +78,14 @@ TEST_F(SunDialogTest, PolarDaysShowNoRiseNoSet) {
     platform_.Clock().SetUtc({2025, 6, 21, 0, 0, 0, 0});
     g_app.gps.Fix.latitude = 90.0 * 6000;
     SunDialog dialog;
-    dialog.Open();
+    dialog.Open(g_app.gps.Fix.latitude, g_app.gps.Fix.longitude);
     EXPECT_EQ(dialog.SunriseText(), "no rise");
     EXPECT_EQ(dialog.SunsetText(), "no set");
 }
 
 TEST_F(SunDialogTest, HundredthsAreHeldTo99) {
     SunDialog dialog;
-    dialog.Open();
+    dialog.Open(g_app.gps.Fix.latitude, g_app.gps.Fix.longitude);
     dialog.Edit(SunDialog::kLonHundredths, "150");
     EXPECT_EQ(platform_.Ui().BoxTexts(), std::vector<std::string>{"Max 99"});
     EXPECT_EQ(dialog.Text(SunDialog::kLonHundredths), "99");
@@ -97,7 +97,7 @@ TEST_F(SunDialogTest, HundredthsAreHeldTo99) {
 
 TEST_F(SunDialogTest, BadFieldsAreReportedAndKeepTheResults) {
     SunDialog dialog;
-    dialog.Open();
+    dialog.Open(g_app.gps.Fix.latitude, g_app.gps.Fix.longitude);
     std::string rise = dialog.SunriseText();
     for (auto [field, text] :
          {std::pair{SunDialog::kLatDegrees, "4x"}, std::pair{SunDialog::kLatDegrees, "91"},

@@ -363,11 +363,13 @@ TEST(InstrumentDrawerTest, OneDrawingAtATimeAndItsFrameIsHandedOver) {
     InstrumentDrawer drawer([&](const InstrumentFrameInput& in) { return held(in); });
     const int invalidations = platform.Ui().InvalidateCount();
 
-    ASSERT_TRUE(drawer.Start(InstrumentFrameInput(), &platform.Ui()));
+    ASSERT_TRUE(
+        drawer.Start(InstrumentFrameInput(), &platform.Ui(), g_app.gps.InstrumentDrawingRunning));
     held.WaitStarted(1);
     EXPECT_TRUE(drawer.Running());
     EXPECT_TRUE(g_app.gps.InstrumentDrawingRunning.load());
-    EXPECT_FALSE(drawer.Start(InstrumentFrameInput(), &platform.Ui()));  // no second thread
+    EXPECT_FALSE(drawer.Start(InstrumentFrameInput(), &platform.Ui(),
+                              g_app.gps.InstrumentDrawingRunning));  // no second thread
     EXPECT_FALSE(drawer.TakeFinished());
 
     held.Release();
@@ -384,7 +386,8 @@ TEST(InstrumentDrawerTest, OneDrawingAtATimeAndItsFrameIsHandedOver) {
     EXPECT_EQ(view.CallsOf(CanvasCall::Blit)[0].rect, (platform::Rect{0, 0, 7, 5}));
 
     // Stopped while drawing: it ends at once, clears the flag and hands nothing over.
-    ASSERT_TRUE(drawer.Start(InstrumentFrameInput(), &platform.Ui()));
+    ASSERT_TRUE(
+        drawer.Start(InstrumentFrameInput(), &platform.Ui(), g_app.gps.InstrumentDrawingRunning));
     held.WaitStarted(2);
     drawer.Stop();
     EXPECT_FALSE(drawer.Running());
@@ -423,7 +426,8 @@ TEST_F(InstrumentSequencingTest, PreparingAFrameSequencesLikeTheMapAndAcknowledg
     fix.positionKnown = true;
     g_app.gps.PublishedFix.Publish(fix);
     g_app.gps.Fix = fix;
-    InstrumentFrameInput in = PrepareInstrumentFrame();
+    InstrumentFrameInput in =
+        PrepareInstrumentFrame({g_app.view, g_app.settings, g_app.gps, g_app.leg}, g_app.nav);
     EXPECT_EQ(g_app.leg.ActiveSectorIndex, 1u);
     EXPECT_EQ(g_app.leg.LegChange.load(), 1);
     ASSERT_TRUE(in.leg.valid);
@@ -433,7 +437,9 @@ TEST_F(InstrumentSequencingTest, PreparingAFrameSequencesLikeTheMapAndAcknowledg
     // The banner goes into this frame only.
     EXPECT_TRUE(in.invalidSignal);
     EXPECT_EQ(g_app.gps.Fix.FixVoid, 0);
-    EXPECT_FALSE(PrepareInstrumentFrame().invalidSignal);
+    EXPECT_FALSE(
+        PrepareInstrumentFrame({g_app.view, g_app.settings, g_app.gps, g_app.leg}, g_app.nav)
+            .invalidSignal);
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ void Calibrate(const char16_t* neLat, const char16_t* neLon, const char16_t* swL
     g_app.view.MapHeight = 535;
     g_app.view.AnchorX = g_app.view.AnchorY = 120;
     g_app.view.AircraftScreenX = g_app.view.AircraftScreenY = 120;
-    CalibrateDialog d;
+    CalibrateDialog d(g_app.view);
     d.latMinutes = d.lonMinutes = u"0";
     g_app.view.CalibrateCorner = 1;
     g_app.view.MapCenterX = 1035;
@@ -62,14 +62,14 @@ TEST(MapManagement, RecalibrationReplacesTheChartsCalibration) {
         WriteMap(h, {std::u16string(kOther), stale});
         WriteMap(h, {std::u16string(kChart), older});
     }
-    LoadMapCalibration(kChart);
+    LoadMapCalibration(kChart, g_app.view.MapCalibration);
     EXPECT_EQ(g_app.view.MapCalibration[kScaleNumber], 8);
 
     Calibrate(u"51", u"1", u"50", u"-8");  // 900 px over 9 degrees
     EXPECT_EQ(p.Ui().Boxes().back().text, kCalibratedText);
     Calibrate(u"52", u"2", u"51", u"-1");  // 900 px over 3 degrees
     g_app.view.MapCalibration = {};
-    LoadMapCalibration(kChart);
+    LoadMapCalibration(kChart, g_app.view.MapCalibration);
     EXPECT_DOUBLE_EQ(g_app.view.MapCalibration[kScaleNumber], 300);
     EXPECT_DOUBLE_EQ(g_app.view.MapCalibration[kRefLat1], 52);
     EXPECT_DOUBLE_EQ(g_app.view.MapCalibration[kRefLon2], -1);

@@ -54,7 +54,7 @@ TEST_F(MapViewTest, CrossIsClampedIntoTheChartRowsAndBlinks) {
     g_app.view.AircraftScreenX = 50;
     g_app.view.AircraftScreenY = 236;  // the tail reaches beyond row 252
     RecordingCanvas c;
-    DrawAircraftSymbol(c);
+    DrawAircraftSymbol(c, g_app.view, g_app.settings, g_app.gps.Fix);
     auto polygons = c.CallsOf(CanvasCall::Polygon);
     ASSERT_EQ(polygons.size(), 1u);
     const std::vector<Point> expected{{49, 242}, {53, 242}, {53, 248}, {59, 248}, {59, 252},
@@ -64,11 +64,11 @@ TEST_F(MapViewTest, CrossIsClampedIntoTheChartRowsAndBlinks) {
     EXPECT_EQ(polygons[0].pen.color, platform::Rgb(0, 255, 255));
     EXPECT_EQ(polygons[0].brush.color, platform::kWhite);
     c.Clear();
-    DrawAircraftSymbol(c);
+    DrawAircraftSymbol(c, g_app.view, g_app.settings, g_app.gps.Fix);
     EXPECT_EQ(c.CallsOf(CanvasCall::Polygon)[0].brush.color, platform::kBlack);
     g_app.view.AircraftScreenY = -10;
     c.Clear();
-    DrawAircraftSymbol(c);
+    DrawAircraftSymbol(c, g_app.view, g_app.settings, g_app.gps.Fix);
     EXPECT_EQ(c.CallsOf(CanvasCall::Polygon)[0].points[0].y, 14);
 }
 
@@ -90,7 +90,7 @@ TEST_F(MapViewTest, TrackPointerGrowsWithSpeedAndNarrowsItsHead) {
         g_app.gps.Fix.groundSpeed = k.speed;
         g_app.gps.Fix.trueTrack = k.track;
         RecordingCanvas c;
-        DrawAircraftSymbol(c);
+        DrawAircraftSymbol(c, g_app.view, g_app.settings, g_app.gps.Fix);
         auto polygons = c.CallsOf(CanvasCall::Polygon);
         if (k.half == 0) {
             EXPECT_EQ(polygons.size(), 1u);
@@ -109,7 +109,7 @@ TEST_F(MapViewTest, TrackPointerGrowsWithSpeedAndNarrowsItsHead) {
     g_app.settings.ShowTrackPointer = 0;
     g_app.gps.Fix.groundSpeed = 200;
     RecordingCanvas c;
-    DrawAircraftSymbol(c);
+    DrawAircraftSymbol(c, g_app.view, g_app.settings, g_app.gps.Fix);
     EXPECT_EQ(c.CallsOf(CanvasCall::Polygon).size(), 1u);
 }
 
@@ -143,7 +143,7 @@ TEST_F(MapViewTest, WhiteStripsByZoom) {
         g_app.view.MapCenterX = k.cx;
         g_app.view.MapCenterY = k.cy;
         RecordingCanvas c;
-        PaintMapView(c, nullptr, 1);
+        PaintMapView(c, nullptr, {g_app.view, g_app.settings, g_app.gps, g_app.leg}, 1);
         auto blits = c.CallsOf(CanvasCall::Blit);
         ASSERT_EQ(blits.size(), 1u);
         EXPECT_EQ(blits[0].rect, (Rect{0, 14, 240, 254}));
@@ -162,14 +162,14 @@ TEST_F(MapViewTest, CentringAtZoomOneMovesTheAircraftOffTheAnchorNearEdges) {
     g_app.gps.Fix.latitude = 59.5 * 6000;   // row 5
     g_app.gps.Fix.longitude = 55.5 * 6000;  // column 555
     RecordingCanvas c;
-    CenterMapOnPosition(c, nullptr, 55.5, 59.5);
+    CenterMapOnPosition(c, nullptr, {g_app.view, g_app.settings, g_app.gps, g_app.leg}, 55.5, 59.5);
     EXPECT_EQ(g_app.view.CurrentMapPath.view(), u"\\My Documents\\Aerix\\flat.bmp");
     EXPECT_EQ(g_app.view.MapCenterY, 120);
     EXPECT_EQ(g_app.view.AircraftScreenY, 5);
     EXPECT_EQ(g_app.view.MapCenterX, 480);  // 0 + 600 - 120
     EXPECT_EQ(g_app.view.AircraftScreenX, 120 - 480 + 555);
     g_app.view.MapZoom = 2.0;
-    CenterMapOnPosition(c, nullptr, 55.5, 59.5);
+    CenterMapOnPosition(c, nullptr, {g_app.view, g_app.settings, g_app.gps, g_app.leg}, 55.5, 59.5);
     EXPECT_EQ(g_app.view.MapCenterX, 555);
     EXPECT_EQ(g_app.view.AircraftScreenY, 120);
 }
@@ -196,19 +196,20 @@ TEST_F(MapViewTest, ChoiceKeepsTheOneSidedComparison) {
         g_app.view.MapCalibration[kScaleNumber] = k.current;
         g_app.view.MapChangeRequest = k.request;
         g_app.view.CurrentMapPath.clear();
-        SelectMapForPosition();
-        EXPECT_EQ(g_app.view.CurrentMapPath.view(), u"\\My Documents\\Aerix\\" + k.chosen) << k.current;
+        SelectMapForPosition({g_app.view, g_app.settings, g_app.gps, g_app.leg});
+        EXPECT_EQ(g_app.view.CurrentMapPath.view(), u"\\My Documents\\Aerix\\" + k.chosen)
+            << k.current;
         EXPECT_EQ(g_app.view.MapChangeRequest, 0);
     }
     // 480 only when nothing larger turns up: remove 490 and 600 from the file system.
     std::filesystem::remove(p.Data().Resolve("\\My Documents\\Aerix\\a490.bmp"));
     std::filesystem::remove(p.Data().Resolve("\\My Documents\\Aerix\\c600.bmp"));
     g_app.view.MapCalibration[kScaleNumber] = 500;
-    SelectMapForPosition();
+    SelectMapForPosition({g_app.view, g_app.settings, g_app.gps, g_app.leg});
     EXPECT_EQ(g_app.view.CurrentMapPath.view(), u"\\My Documents\\Aerix\\b480.bmp");
     // Request 1 with nothing more detailed: the map and the request stay.
     g_app.view.MapChangeRequest = 1;
-    SelectMapForPosition();
+    SelectMapForPosition({g_app.view, g_app.settings, g_app.gps, g_app.leg});
     EXPECT_EQ(g_app.view.MapChangeRequest, 1);
 }
 
@@ -217,12 +218,12 @@ TEST_F(MapViewTest, FailedLoadFallsBackOnTheWorldMapThenTellsIt) {
     graphics = platform::RecordingGraphics();  // the file exists but cannot be read
     g_app.gps.Fix.latitude = 50 * 6000;
     g_app.gps.Fix.longitude = 5 * 6000;
-    SelectMapForPosition();
+    SelectMapForPosition({g_app.view, g_app.settings, g_app.gps, g_app.leg});
     EXPECT_EQ(g_app.view.CurrentMapPath.view(), u"\\My Documents\\Aerix\\World1.bmp");
     EXPECT_FALSE(g_app.view.MapLoaded);
     ASSERT_FALSE(p.Ui().Boxes().empty());
     EXPECT_EQ(p.Ui().Boxes().back().text, kWorldMapNotFoundText);
-    EXPECT_EQ(LoadMapBitmap(u""), 0);
+    EXPECT_EQ(LoadMapBitmap(g_app.view, g_app.settings, g_app.leg, u""), 0);
 }
 
 TEST_F(MapViewTest, ScaleBarSearchesHundredToHundredFiftyPixels) {
@@ -240,7 +241,7 @@ TEST_F(MapViewTest, ScaleBarSearchesHundredToHundredFiftyPixels) {
         g_app.view.MapZoom = k.zoom;
         RecordingCanvas view;
         CanvasReadouts readouts(view);
-        DrawScaleBar(readouts);
+        DrawScaleBar(readouts, g_app.view);
         auto texts = view.Texts();
         if (k.miles == 0) {
             EXPECT_TRUE(texts.empty());
@@ -265,7 +266,7 @@ TEST_F(MapViewTest, RouteIsBurntWithHalfAPixelAdded) {
     WriteSector(h, s);
     g_app.view.MapCalibration = Flat();
     RecordingCanvas map;
-    DrawRouteOnMap(map);
+    DrawRouteOnMap(map, g_app.view, g_app.settings, g_app.leg);
     auto lines = map.CallsOf(CanvasCall::Polyline);
     ASSERT_EQ(lines.size(), 2u);
     const std::vector<Point> expected{{11, 10}, {20, 20}};
@@ -318,7 +319,8 @@ TEST_F(MapViewTest, SequencesOnlyOnAFixThatHasLeftTheWaypointBehind) {
             MarkFeedStart(g_app.gps);
         g_app.gps.Fix = fix;
         RecordingCanvas view;
-        UpdateActiveLeg(view, ReadPlanSectors());
+        UpdateActiveLeg(view, {g_app.view, g_app.settings, g_app.gps, g_app.leg},
+                        ReadPlanSectors(g_app.settings));
         EXPECT_EQ(g_app.leg.ActiveSectorIndex, c.active);
         EXPECT_EQ(g_app.leg.LegChange.load(), c.active != 0 ? 1 : 0);
     }
@@ -356,11 +358,11 @@ TEST_F(MapViewTest, UncalibratedChartIsAutoCalibratedFromItsFile) {
                        "5\xB8");
     testing::WriteFile(p.Data().ResolveForWrite("\\My Documents\\Aerix\\n.bmp"), "x");
     g_app.view.MapCalibration = Flat(3);
-    LoadMapCalibration(u"\\My Documents\\Aerix\\n.bmp");
+    LoadMapCalibration(u"\\My Documents\\Aerix\\n.bmp", g_app.view.MapCalibration);
     EXPECT_EQ(p.Ui().Boxes().back().text, kMapAutoCalibratedText);
     EXPECT_EQ(p.Ui().Boxes().back().caption, "Information");
     EXPECT_EQ(g_app.view.MapCalibration[kScaleNumber], 3);  // the line had no line feed
-    LoadMapCalibration(u"\\My Documents\\Aerix\\other.bmp");
+    LoadMapCalibration(u"\\My Documents\\Aerix\\other.bmp", g_app.view.MapCalibration);
     EXPECT_EQ(p.Ui().Boxes().back().text, kMapNotCalibratedText);
     EXPECT_EQ(p.Ui().Boxes().back().caption, "Warning");
 }
@@ -403,7 +405,7 @@ TEST_F(MapViewTest, CalibrationFileThatPlacesNoChartIsRefused) {
         testing::WriteFile(p.Data().ResolveForWrite("\\My Documents\\Aerix\\bad.ndx"),
                            line(good) + line(fields));
         g_app.view.MapCalibration = Flat(7);
-        LoadMapCalibration(chart);
+        LoadMapCalibration(chart, g_app.view.MapCalibration);
         EXPECT_EQ(
             p.Ui().Boxes().back().text,
             std::string("Calibration file \\My Documents\\Aerix\\bad.ndx refused: ") + c.says);
@@ -416,7 +418,7 @@ TEST_F(MapViewTest, CalibrationFileThatPlacesNoChartIsRefused) {
     std::vector<std::string> fields = good;
     fields[0] = "12abc";
     testing::WriteFile(p.Data().ResolveForWrite("\\My Documents\\Aerix\\bad.ndx"), line(fields));
-    LoadMapCalibration(chart);
+    LoadMapCalibration(chart, g_app.view.MapCalibration);
     EXPECT_EQ(p.Ui().Boxes().back().text, kMapAutoCalibratedText);
     MapCalibrationValues expected = Flat(10);
     expected[kScaleNumber] = 12;
@@ -431,7 +433,7 @@ TEST_F(MapViewTest, CalibrationPutsLimits35PixelsInside) {
     g_app.view.AnchorX = g_app.view.AnchorY = 120;
     g_app.view.AircraftScreenX = 120;
     g_app.view.AircraftScreenY = 120;
-    CalibrateDialog d;
+    CalibrateDialog d(g_app.view);
     g_app.view.CalibrateCorner = 1;  // NE first: pixel (1035, 106)
     g_app.view.MapCenterX = 1035;
     g_app.view.MapCenterY = 120;
@@ -510,10 +512,10 @@ class MapInFlightTest : public MapViewTest {
     std::string Paint(bool centre) {
         RecordingCanvas view;
         if (centre)
-            CenterMapOnPosition(view, nullptr, g_app.gps.Fix.longitude / 6000,
-                                g_app.gps.Fix.latitude / 6000);
+            CenterMapOnPosition(view, nullptr, {g_app.view, g_app.settings, g_app.gps, g_app.leg},
+                                g_app.gps.Fix.longitude / 6000, g_app.gps.Fix.latitude / 6000);
         else
-            PaintMapView(view, nullptr, 0);
+            PaintMapView(view, nullptr, {g_app.view, g_app.settings, g_app.gps, g_app.leg}, 0);
         texts = view.Texts();
         aircraftDrawn = !view.CallsOf(CanvasCall::Polygon).empty();
         return texts.empty() ? "" : texts.front();
@@ -527,7 +529,7 @@ class MapInFlightTest : public MapViewTest {
 TEST_F(MapInFlightTest, BeforeTheFirstFixNothingIsMadeUpThenTheFixChoosesItsChart) {
     // The world chart is up (shown before any fix), and no position has come in.
     g_app.view.CurrentMapPath.assign(kWorld);
-    ASSERT_EQ(LoadMapBitmap(kWorld), 0);
+    ASSERT_EQ(LoadMapBitmap(g_app.view, g_app.settings, g_app.leg, kWorld), 0);
     EXPECT_EQ(Paint(false), "ONE  NO FIX");
     EXPECT_FALSE(aircraftDrawn);
     EXPECT_NE(std::find(texts.begin(), texts.end(), kNoFixText), texts.end());
@@ -548,7 +550,7 @@ TEST_F(MapInFlightTest, TheBurntRouteFollowsThePlan) {
     const std::size_t loads = graphics.loaded.size();
     Paint(true);
     EXPECT_EQ(graphics.loaded.size(), loads) << "an unchanged route keeps the chart";
-    EXPECT_EQ(g_app.view.MapBurntRoute, RouteToBurn(ReadPlanSectors()));
+    EXPECT_EQ(g_app.view.MapBurntRoute, RouteToBurn(ReadPlanSectors(g_app.settings), g_app.leg));
 
     // A sector added: the chart is drawn again with both legs.
     AddSector(2, 50 * 6000, 6 * 6000, 51 * 6000, 7 * 6000, u"TWO");
@@ -570,7 +572,7 @@ TEST_F(MapInFlightTest, TheBurntRouteFollowsThePlan) {
 
     // A chart loaded outside the MAP view (Maps, Load) carries no route: the view draws it.
     g_app.settings.ViewMode = kViewMapEdit;
-    ASSERT_EQ(LoadMapBitmap(kDetail), 0);
+    ASSERT_EQ(LoadMapBitmap(g_app.view, g_app.settings, g_app.leg, kDetail), 0);
     EXPECT_FALSE(g_app.view.MapRouteBurnt);
     g_app.settings.ViewMode = kViewMap;
     Paint(true);

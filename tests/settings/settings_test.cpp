@@ -1,4 +1,4 @@
-#include "app/state/settings.hpp"
+#include "settings/settings.hpp"
 
 #include <gtest/gtest.h>
 
@@ -33,8 +33,8 @@ class SettingsTest : public ::testing::Test {
     // What start-up does: preset the port, write first-run defaults, load.
     void Start() {
         g_app.settings.PortName.assign(u"COM1:");
-        CreateDefaultSettings();
-        LoadSettings();
+        CreateDefaultSettings(g_app.settings);
+        LoadSettings(g_app.settings);
     }
     std::map<std::string, Bytes> Stored() {
         std::map<std::string, Bytes> out;
@@ -53,7 +53,7 @@ class SettingsTest : public ::testing::Test {
 };
 
 TEST_F(SettingsTest, FirstStartWritesDefaultsThenLoadsThem) {
-    CreateDefaultSettings();
+    CreateDefaultSettings(g_app.settings);
     EXPECT_EQ(g_app.settings.EnableHotKeys, 1);  // while the registry gets shsinhsi's 0
     auto stored = Stored();
     EXPECT_EQ(stored.size(), 17u);
@@ -72,7 +72,7 @@ TEST_F(SettingsTest, FirstStartWritesDefaultsThenLoadsThem) {
     for (std::size_t i = 0; i < kFlags.size(); ++i)
         EXPECT_EQ(stored[kFlags[i]], Bytes{written[i]}) << kFlags[i];
 
-    LoadSettings();
+    LoadSettings(g_app.settings);
     EXPECT_EQ(g_app.settings.AircraftReg.utf8(), "G-CESS");
     EXPECT_TRUE(g_app.settings.NavDatabaseName.empty() && g_app.settings.ActivePlanName.empty());
     EXPECT_EQ(g_app.settings.BaudRate, 4800u);
@@ -101,7 +101,7 @@ TEST_F(SettingsTest, OneByteFlagsKeepTheUpperBytesOfThePreviousRead) {
         SetDword(u"BaudRate", {c.baudLow, c.baudHigh, 0, 0});
         SetDword(u"shlinmap", c.shlinmap);
         SetDword(u"shlinhsi", {0});
-        LoadSettings();
+        LoadSettings(g_app.settings);
         EXPECT_EQ(g_app.settings.ShowLatLonMap, c.expectShlinmap) << int(c.baudLow);
         EXPECT_EQ(g_app.settings.ShowLatLonHsi, c.expectShlinhsi) << int(c.baudLow);
         EXPECT_EQ(g_app.settings.ShowScaleMap, 0);  // missing: left as it was, silently
@@ -116,7 +116,7 @@ TEST_F(SettingsTest, SaveWidensFlagsAndTheNextStartReadsWhatWasSaved) {
     g_app.settings.CurrentPlanId = 0x01020304;
     g_app.settings.FuelCalc = 0;
     g_app.settings.IcaoSearch = 1;
-    SaveSettings();
+    SaveSettings(g_app.settings);
     auto stored = Stored();
     for (const auto& name : kFlags)
         EXPECT_EQ(stored[name].size(), 4u) << name;
@@ -144,8 +144,8 @@ TEST_F(SettingsTest, TextThatFillsItsBufferIsSavedAsItWasRead) {
     HKEY key = 0;
     p.Registry().CreateKey(kHkeyLocalMachine, kSettingsKey, &key, nullptr);
     p.Registry().SetValue(key, u"CommPort", kRegSz, port.data(), std::uint32_t(port.size()));
-    LoadSettings();
-    SaveSettings();
+    LoadSettings(g_app.settings);
+    SaveSettings(g_app.settings);
     EXPECT_EQ(Stored()["CommPort"], port);
     EXPECT_EQ(Stored()["BaudRate"], (Bytes{0xc0, 0x12, 0, 0}));
 }
@@ -157,7 +157,7 @@ TEST_F(SettingsTest, DefaultsAreNotWrittenOverAnExistingKey) {
         writes += op == RegOp::SetValue;
         return kErrorSuccess;
     });
-    CreateDefaultSettings();
+    CreateDefaultSettings(g_app.settings);
     EXPECT_EQ(writes, 0);
     EXPECT_EQ(Stored().size(), 1u);
     EXPECT_EQ(g_app.settings.BaudRate, 0u);
@@ -220,9 +220,9 @@ TEST_P(SettingsFailure, ShowsItsMessageAndGoesOn) {
         return c.failing.empty() || calls.back() == c.failing ? kErrorAccessDenied : kErrorSuccess;
     });
     p.Ui().Clear();
-    c.operation == "create" ? CreateDefaultSettings()
-    : c.operation == "load" ? LoadSettings()
-                            : SaveSettings();
+    c.operation == "create" ? CreateDefaultSettings(g_app.settings)
+    : c.operation == "load" ? LoadSettings(g_app.settings)
+                            : SaveSettings(g_app.settings);
     EXPECT_EQ(p.Ui().BoxTexts(), c.box.empty() ? Texts{} : Texts{c.box});
     for (const auto& box : p.Ui().Boxes())
         EXPECT_EQ(box.caption, "");

@@ -1,11 +1,10 @@
-#include "app/state/settings.hpp"
+#include "settings/settings.hpp"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
 
-#include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "platform/services.hpp"
 
@@ -87,7 +86,7 @@ const std::array<FlagSetting, 9>& Flags() {
 
 }  // namespace
 
-void CreateDefaultSettings() {
+void CreateDefaultSettings(SettingsState& settings) {
     HKEY key = 0;
     std::uint32_t disposition = 0;
     if (!OpenSettingsKey("Could not open/create key:", &key, &disposition))
@@ -105,50 +104,49 @@ void CreateDefaultSettings() {
     if (!WriteDword(key, u"CurrentPlan", 0))
         ShowError("Could not save CurrentPlan key");
 
-    g_app.settings.FuelCalc = 1;
-    g_app.settings.IcaoSearch = 0;
-    if (!WriteFlagByte(key, u"FuelCalc", g_app.settings.FuelCalc))
+    settings.FuelCalc = 1;
+    settings.IcaoSearch = 0;
+    if (!WriteFlagByte(key, u"FuelCalc", settings.FuelCalc))
         ShowError("Could not save key");
-    if (!WriteFlagByte(key, u"IcaoSearch", g_app.settings.IcaoSearch))
+    if (!WriteFlagByte(key, u"IcaoSearch", settings.IcaoSearch))
         ShowError("Could not save key");
 
     if (!WriteText(key, u"CommPort", u"COM1:"))
         ShowError("Could not save CommPort key");
-    g_app.settings.BaudRate = 4800;
-    if (!WriteDword(key, u"BaudRate", g_app.settings.BaudRate))
+    settings.BaudRate = 4800;
+    if (!WriteDword(key, u"BaudRate", settings.BaudRate))
         ShowError("Could not save key");
 
-    g_app.settings.ShowLatLonMap = 1;
-    g_app.settings.ShowLatLonHsi = 0;
-    g_app.settings.ShowScaleMap = 1;
-    g_app.settings.ShowScaleHsi = 0;
-    g_app.settings.EnableHotKeys = 1;
-    g_app.settings.ShowAirspace = 1;
-    g_app.settings.RecordGpsData = 0;
-    g_app.settings.OverwriteGpsData = 0;
-    g_app.settings.ShowTrackPointer = 1;
+    settings.ShowLatLonMap = 1;
+    settings.ShowLatLonHsi = 0;
+    settings.ShowScaleMap = 1;
+    settings.ShowScaleHsi = 0;
+    settings.EnableHotKeys = 1;
+    settings.ShowAirspace = 1;
+    settings.RecordGpsData = 0;
+    settings.OverwriteGpsData = 0;
+    settings.ShowTrackPointer = 1;
     for (const auto& flag : Flags()) {
         // EnableHotKeys is 1 in memory but the byte written is shsinhsi's (0): the registry
         // keeps 0 until the first save.
-        std::uint8_t byte = flag.field == &SettingsState::EnableHotKeys
-                                ? g_app.settings.ShowScaleHsi
-                                : g_app.settings.*flag.field;
+        std::uint8_t byte = flag.field == &SettingsState::EnableHotKeys ? settings.ShowScaleHsi
+                                                                        : settings.*flag.field;
         if (!WriteFlagByte(key, flag.name, byte))
             ShowError("Could not save key");
     }
     Hive().CloseKey(key);
 }
 
-void LoadSettings() {
+void LoadSettings(SettingsState& settings) {
     HKEY key = 0;
     std::uint32_t disposition = 0;
     if (!OpenSettingsKey("Could not open key:", &key, &disposition))
         return;
-    if (!ReadText(key, u"AcReg", g_app.settings.AircraftReg))
+    if (!ReadText(key, u"AcReg", settings.AircraftReg))
         ShowError("Could not open AcReg key");
-    if (!ReadText(key, u"CuDbase", g_app.settings.NavDatabaseName))
+    if (!ReadText(key, u"CuDbase", settings.NavDatabaseName))
         ShowError("Could not open CuDbase key");
-    if (!ReadText(key, u"CuPlanName", g_app.settings.ActivePlanName)) {
+    if (!ReadText(key, u"CuPlanName", settings.ActivePlanName)) {
         ShowError("Could not open CuPlanName key");
     }
 
@@ -158,53 +156,53 @@ void LoadSettings() {
     std::uint32_t shared = 0;
     std::uint32_t size = 4;
     if (Hive().QueryValue(key, u"CurrentPlan", nullptr, &shared, &size) == kErrorSuccess) {
-        g_app.settings.CurrentPlanId = shared;
+        settings.CurrentPlanId = shared;
     } else {
         ShowError("Could not open Current Plan key");
     }
 
-    ReadText(key, u"CommPort", g_app.settings.PortName);
+    ReadText(key, u"CommPort", settings.PortName);
     size = 4;
     if (Hive().QueryValue(key, u"BaudRate", nullptr, &shared, &size) == kErrorSuccess) {
-        g_app.settings.BaudRate = shared;
+        settings.BaudRate = shared;
     }
 
     for (const auto& flag : Flags()) {
         size = 4;
         if (Hive().QueryValue(key, flag.name, nullptr, &shared, &size) == kErrorSuccess) {
-            g_app.settings.*flag.field = shared != 0 ? 1 : 0;
+            settings.*flag.field = shared != 0 ? 1 : 0;
         }
     }
     // FuelCalc and IcaoSearch are deliberately not read back.
     Hive().CloseKey(key);
 }
 
-void SaveSettings() {
+void SaveSettings(const SettingsState& settings) {
     HKEY key = 0;
     std::uint32_t disposition = 0;
     if (!OpenSettingsKey("Could not open/create key:", &key, &disposition))
         return;
-    if (!WriteText(key, u"AcReg", g_app.settings.AircraftReg))
+    if (!WriteText(key, u"AcReg", settings.AircraftReg))
         ShowError("Could not save AcReg key");
-    if (!WriteText(key, u"CuDbase", g_app.settings.NavDatabaseName))
+    if (!WriteText(key, u"CuDbase", settings.NavDatabaseName))
         ShowError("Could not save CuDbase key");
-    if (!WriteText(key, u"CuPlanName", g_app.settings.ActivePlanName))
+    if (!WriteText(key, u"CuPlanName", settings.ActivePlanName))
         ShowError("Could not save CuPlan key");
-    if (!WriteDword(key, u"CurrentPlan", g_app.settings.CurrentPlanId))
+    if (!WriteDword(key, u"CurrentPlan", settings.CurrentPlanId))
         ShowError("Could not CuPlanId key");
 
-    if (!WriteFlagByte(key, u"FuelCalc", g_app.settings.FuelCalc))
+    if (!WriteFlagByte(key, u"FuelCalc", settings.FuelCalc))
         ShowError("Could not save key");
-    if (!WriteFlagByte(key, u"IcaoSearch", g_app.settings.IcaoSearch))
+    if (!WriteFlagByte(key, u"IcaoSearch", settings.IcaoSearch))
         ShowError("Could not save key");
 
-    if (!WriteText(key, u"CommPort", g_app.settings.PortName))
+    if (!WriteText(key, u"CommPort", settings.PortName))
         ShowError("Could not save CommPort key");
-    if (!WriteDword(key, u"BaudRate", g_app.settings.BaudRate))
+    if (!WriteDword(key, u"BaudRate", settings.BaudRate))
         ShowError("Could not save BaudRate key");
 
     for (const auto& flag : Flags()) {
-        if (!WriteDword(key, flag.name, g_app.settings.*flag.field))
+        if (!WriteDword(key, flag.name, settings.*flag.field))
             ShowError(flag.saveError);
     }
     if (Hive().CloseKey(key) != kErrorSuccess)
