@@ -77,12 +77,16 @@ void BM_SentenceToInvalidate(benchmark::State& state) {
     const char* step = nullptr;
     int error = 0;
     aerix::g_app.settings.BaudRate = 4800;
-    auto port = aerix::OpenPortSource(aerix::Utf8ToUtf16(name), &step, &error);
+    auto port = aerix::OpenPortSource(aerix::Utf8ToUtf16(name), aerix::g_app.settings.BaudRate,
+                                      &step, &error);
     if (!port) {
         state.SkipWithError(step);
         return;
     }
-    std::jthread reader(aerix::GpsReaderThread, port, aerix::kGpsReadTimeoutMs);
+    std::jthread reader(
+        aerix::GpsReaderThread,
+        aerix::FeedWiring{aerix::g_app.gps, aerix::g_app.leg, aerix::g_app.settings, {}, {}}, port,
+        aerix::kGpsReadTimeoutMs);
     const std::string sentence =
         "$GPRMC,123519,A,4807.038,N,01131.000,E,022.4,084.4,230394,003.1,W*6A\r\n";
     std::vector<double> micros;

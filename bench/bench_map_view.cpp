@@ -46,7 +46,7 @@ void BM_PaintMapView(benchmark::State& state) {
     g_app.settings.ShowLatLonMap = g_app.settings.ShowScaleMap = 1;
     g_app.gps.Fix.latitude = 50 * 6000.0;
     g_app.gps.Fix.trueTrack = 45;
-    FormatPosition();
+    FormatPosition(g_app.gps.Fix);
 
     platform::Bitmap frame(240, 320);
     auto canvas = graphics.CanvasOn(frame);

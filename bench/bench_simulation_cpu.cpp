@@ -102,7 +102,6 @@ void BM_SimulationCpu60s(benchmark::State& state) {
         LockstepClock clock;
         platform::Sys().clock = &clock;
         WritePlan();
-        InstallPlanLegSource();
         NoWindow window;
         NoDialogs dialogs;
         MainWindow main(window, dialogs);

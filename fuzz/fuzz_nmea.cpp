@@ -1,33 +1,34 @@
-// libFuzzer target: arbitrary bytes through the line handling's wide conversion, NextNmeaField
-// and RmcParser. Any crash, overrun (AddressSanitizer) or over-long field is a defect.
+// libFuzzer target: arbitrary bytes through NextNmeaField and the sentence table's parsers, as
+// the reader hands them a line. Any crash, overrun (AddressSanitizer) or over-long field is a
+// defect.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <string>
+#include <string_view>
 
 #include "gps/gps_fix.hpp"
 #include "gps/nmea_field.hpp"
+#include "gps/nmea_sentence.hpp"
 #include "gps/rmc_parser.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    std::u16string sentence;
-    sentence.reserve(size);
-    for (std::size_t i = 0; i < size; ++i)
-        sentence.push_back(static_cast<char16_t>(data[i]));
+    std::string_view sentence(reinterpret_cast<const char*>(data), size);
 
-    char16_t field[aerix::kNmeaFieldSize];
-    const char16_t* cursor = sentence.c_str();
-    const char16_t* end = sentence.c_str() + sentence.size();
+    const char* end = sentence.data() + sentence.size();
+    const char* cursor = sentence.data();
+    aerix::NmeaField field;
     while (cursor) {
         if (cursor > end)
             std::abort();
-        cursor = aerix::NextNmeaField(cursor, field);
-        if (std::char_traits<char16_t>::length(field) >= aerix::kNmeaFieldSize)
+        cursor = aerix::NextNmeaField(cursor, end, field);
+        if (field.last - field.first >= static_cast<std::ptrdiff_t>(aerix::kNmeaFieldSize) ||
+            field.first > field.last || (field.last != nullptr && field.last > end))
             std::abort();
     }
 
     aerix::GpsFix fix;
-    aerix::RmcParser(sentence.c_str(), fix);
+    aerix::ParseNmeaSentence(sentence, fix);
+    aerix::ParseRmc(sentence, fix);
     if (fix.FixVoid > 1)
         std::abort();
     return 0;

@@ -6,7 +6,6 @@
 #include "app/plan_legs.hpp"
 #include "app/state/app_state.hpp"
 #include "app/state/view_hot_keys.hpp"
-#include "gps/feed_commands.hpp"
 #include "gps/feeds.hpp"
 #include "gps/fix_publication.hpp"
 #include "gps/gps_port.hpp"
@@ -68,7 +67,19 @@ MainWindow::MainWindow(WindowHost& host, DialogHost& dialogs)
 
 MainWindow::~MainWindow() {
     instruments_.Stop();
-    SetFeedCommandSink({});
+    feedsConnected_.reset();
+}
+
+FeedWiring MainWindow::Feeds() {
+    // A feed that ends itself asks for its stop command; it runs on this thread.
+    auto commands = [this, connected = std::weak_ptr<bool>(feedsConnected_)](FeedCommand command) {
+        if (connected.lock()) {
+            host_.Post([this, command] { OnCommand(static_cast<unsigned>(command)); });
+            return;
+        }
+        SendFeedCommand(FeedWiring{g_app.gps, g_app.leg, g_app.settings, {}, {}}, command);
+    };
+    return FeedWiring{g_app.gps, g_app.leg, g_app.settings, commands, PlanLegSource()};
 }
 
 void MainWindow::SetPlanOperations(std::function<void()> reverse, std::function<void()> recompute) {
@@ -83,18 +94,13 @@ bool MainWindow::InitInstance() {
 
     CreateDefaultSettings(g_app.settings);
     LoadSettings(g_app.settings);
-    LoadPortDevice();
+    LoadPortDevice(g_app.gps);
     g_app.view.ViewStateWord = kViewStatePreset;
     CreateDefaultData();
     // The default charts are drawn once, on the first start (the front end's graphics draw
     // their labels).
     GenerateMissingCharts(DefaultMaps());
     InstallManual();
-    InstallPlanLegSource();
-    // A feed that ends itself asks for its stop command; it runs on this thread.
-    SetFeedCommandSink([this](FeedCommand command) {
-        host_.Post([this, command] { OnCommand(static_cast<unsigned>(command)); });
-    });
 
     if (!host_.CreateMainWindow())
         return false;
@@ -284,27 +290,27 @@ void MainWindow::OnCommand(unsigned id) {
             break;
         case kPlaybackNorm:
         case kPlaybackFast:
-            if (StartPlayback(id == kPlaybackFast))
+            if (StartPlayback(Feeds(), id == kPlaybackFast))
                 FeedStarted(kStopPlayback);
             break;
         case kStopPlayback:
-            StopPlayback();
+            StopPlayback(g_app.gps, g_app.settings);
             FeedStopped(kStopPlayback);
             break;
         case kStartSimulation:
-            if (StartSimulation())
+            if (StartSimulation(Feeds()))
                 FeedStarted(kStopSimulation);
             break;
         case kStopSimulation:
-            StopSimulation();
+            StopSimulation(g_app.gps, g_app.settings);
             FeedStopped(kStopSimulation);
             break;
         case kConnectGps:
-            if (ConnectGps())
+            if (ConnectGps(Feeds()))
                 FeedStarted(kDisconnectGps);
             break;
         case kDisconnectGps:
-            DisconnectGps();
+            DisconnectGps(g_app.gps, g_app.settings);
             FeedStopped(kDisconnectGps);
             break;
         case kGpsSetup:
@@ -482,7 +488,7 @@ void MainWindow::Button(unsigned id) {
 }
 
 void MainWindow::OnPaint(platform::Canvas& canvas) {
-    TakeFixSnapshot();
+    TakeFixSnapshot(g_app.gps);
     switch (g_app.settings.ViewMode) {
         case kViewPlan:
             planView_.Paint(canvas);
@@ -587,9 +593,9 @@ void MainWindow::StopRunningFeed() {
 
 void MainWindow::ExitSequence() {
     SaveSettings(g_app.settings);
-    SavePortDevice();
+    SavePortDevice(g_app.gps);
     StopInstruments();
-    CloseGpsPort();
+    CloseGpsPort(g_app.gps);
     StopRunningFeed();
     if (g_app.settings.EnableHotKeys == 1)
         UnregisterViewHotKeys();

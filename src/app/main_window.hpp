@@ -4,11 +4,13 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include "app/command_table.hpp"
 #include "app/dialog_host.hpp"
 #include "app/plan_view.hpp"
 #include "app/window_host.hpp"
+#include "gps/feeds.hpp"
 #include "platform/canvas.hpp"
 #include "views/instrument_drawer.hpp"
 
@@ -33,8 +35,8 @@ inline constexpr unsigned kMemoryLoadLimit = 75;
 inline constexpr const char* kFirstPlanName = "Plan1";
 inline constexpr const char* kManualPage = "\\My Documents\\Aerix\\Manual.htm";
 
-// The MAP view as the window paints it from g_app.gps.Fix: the chart centred on the aircraft, with its
-// readouts drawn in place. aerix-tool's headless rendering paints through it too.
+// The MAP view as the window paints it from g_app.gps.Fix: the chart centred on the aircraft, with
+// its readouts drawn in place. aerix-tool's headless rendering paints through it too.
 void PaintMapFrame(platform::Canvas& canvas);
 
 class MainWindow {
@@ -74,6 +76,9 @@ class MainWindow {
     void ExitSequence();
     // The stop command of the feed that runs, if any.
     void StopRunningFeed();
+    // What a feed is connected to when it starts: the program's groups, this window's thread for
+    // its own stop command, and the active plan's legs for the simulator.
+    FeedWiring Feeds();
     void ShowView(unsigned id);
     void ShowInstruments(bool aerix);
     void LoadArraysIfPending();
@@ -95,6 +100,8 @@ class MainWindow {
     bool quitRequested_ = false;
     std::function<void()> reversePlan_;
     std::function<void()> recomputePlan_;
+    // Cut when the window goes: a feed's stop command then runs at once on the feed's thread.
+    std::shared_ptr<bool> feedsConnected_ = std::make_shared<bool>(true);
     // What the instrument frame last asked for was drawn from: the published fix and the
     // generation of commands, keys and views. A paint starts a drawing only when they moved on.
     std::uint64_t generation_ = 1;

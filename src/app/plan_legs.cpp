@@ -34,8 +34,8 @@ int SectorCount() {
 
 }  // namespace
 
-void InstallPlanLegSource() {
-    SetSimLegSource({ReadLeg, SectorCount});
+SimLegSource PlanLegSource() {
+    return {ReadLeg, SectorCount};
 }
 
 }  // namespace aerix

@@ -1,8 +1,10 @@
-// Connects the simulator to the active plan's sectors in the record store.
+// The legs the simulator flies: the active plan's sectors in the record store.
 #pragma once
+
+#include "gps/simulator.hpp"
 
 namespace aerix {
 
-void InstallPlanLegSource();
+SimLegSource PlanLegSource();
 
 }  // namespace aerix

@@ -1,6 +1,5 @@
 // How a feed thread asks the main window to stop it: the "Disconnect GPS" and "Stop playback"
-// commands. The main window installs a sink that posts them to its own thread; until then (and in
-// tools and tests) the stop sequence runs at once on the calling thread.
+// commands, by their menu ids.
 #pragma once
 
 #include <functional>
@@ -13,9 +12,8 @@ enum class FeedCommand : unsigned {
     StopSimulation = 40058,
 };
 
-void SendFeedCommand(FeedCommand command);
-
-// Replaces the sink; an empty function restores the default.
-void SetFeedCommandSink(std::function<void(FeedCommand)> sink);
+// Where a feed sends its stop command. The main window posts it to its own thread; an empty one
+// (tools, tests) runs the stop sequence at once on the calling thread.
+using FeedCommandSink = std::function<void(FeedCommand)>;
 
 }  // namespace aerix

@@ -3,7 +3,6 @@
 #include <mutex>
 #include <thread>
 
-#include "app/state/app_state.hpp"
 #include "gps/fix_publication.hpp"
 #include "gps/gps_port.hpp"
 #include "gps/playback.hpp"
@@ -25,15 +24,15 @@ std::mutex& FeedMutex() {
     return FeedSlotMutex();
 }
 
-bool FeedViewShown(const char* warning) {
-    if (g_app.settings.ViewMode == kViewInstruments || g_app.settings.ViewMode == kViewMap)
+bool FeedViewShown(const SettingsState& settings, const char* warning) {
+    if (settings.ViewMode == kViewInstruments || settings.ViewMode == kViewMap)
         return true;
     platform::ShowNotice(warning, "Warning");
     return false;
 }
 
-void SetSource(std::uint32_t source) {
-    g_app.settings.GpsSource = source;
+void SetSource(SettingsState& settings, std::uint32_t source) {
+    settings.GpsSource = source;
     platform::Sys().ui->SetTitle(SourceTitle(source));
 }
 
@@ -89,109 +88,132 @@ const char* SourceTitle(unsigned source) {
     }
 }
 
-bool ConnectGps() {
-    if (!FeedViewShown("Select Map, HSI or AERIX view before connecting GPS"))
+bool ConnectGps(const FeedWiring& feed) {
+    if (!FeedViewShown(feed.settings, "Select Map, HSI or AERIX view before connecting GPS"))
         return false;
-    JoinRetired(g_app.gps.RetiredGpsThread);
+    GpsState& gps = feed.gps;
+    JoinRetired(gps.RetiredGpsThread);
     std::jthread previous;
     {
         std::lock_guard lock(FeedMutex());
-        previous = Take(g_app.gps.GpsThread);
+        previous = Take(gps.GpsThread);
     }
     // A reader still running owns the old port; closing it ends the reader.
-    CloseGpsPort();
-    Finish(std::move(previous), g_app.gps.RetiredGpsThread);
+    CloseGpsPort(gps);
+    Finish(std::move(previous), gps.RetiredGpsThread);
     {
         std::lock_guard lock(FeedMutex());
-        SetSource(kSourceRealtime);
-        g_app.leg.ActiveSectorIndex = 0;
-        MarkFeedStart();
+        SetSource(feed.settings, kSourceRealtime);
+        feed.leg.ActiveSectorIndex = 0;
+        MarkFeedStart(gps);
     }
     platform::HoldScreenAwake(platform::AwakeHolder::kGpsSlot, true);
-    if (OpenGpsPort() == 0)
+    if (OpenGpsPort(feed) == 0)
         return true;
     platform::HoldScreenAwake(platform::AwakeHolder::kGpsSlot, false);
     return false;
 }
 
-bool StartSimulation() {
-    if (!FeedViewShown("Select Map, HSI or AERIX view before starting simulation"))
+bool StartSimulation(const FeedWiring& feed) {
+    if (!FeedViewShown(feed.settings, "Select Map, HSI or AERIX view before starting simulation"))
         return false;
-    JoinRetired(g_app.gps.RetiredGpsThread);
+    GpsState& gps = feed.gps;
+    JoinRetired(gps.RetiredGpsThread);
     std::lock_guard lock(FeedMutex());
     // A running feed (the receiver or a simulation) is not replaced.
-    if (g_app.gps.GpsThread.joinable())
+    if (gps.GpsThread.joinable())
         return false;
-    g_app.gps.SimulatorStepCount.store(0);
-    g_app.leg.ActiveSectorIndex = 0;
-    MarkFeedStart();
+    gps.SimulatorStepCount.store(0);
+    feed.leg.ActiveSectorIndex = 0;
+    MarkFeedStart(gps);
     platform::HoldScreenAwake(platform::AwakeHolder::kGpsSlot, true);
-    g_app.gps.GpsThread = std::jthread([](std::stop_token stop) { SimulatorThread(stop); });
-    SetSource(kSourceSimulated);
-    g_app.gps.SimulatorScreenX = 120;
-    g_app.gps.SimulatorScreenY = 120;
-    g_app.gps.SimulatorOffsetX = 0;
-    g_app.gps.SimulatorOffsetY = 0;
+    gps.GpsThread = std::jthread([&gps, &leg = feed.leg, legs = feed.legs](std::stop_token stop) {
+        SimulatorThread(stop, gps, leg, legs);
+    });
+    SetSource(feed.settings, kSourceSimulated);
+    gps.SimulatorScreenX = 120;
+    gps.SimulatorScreenY = 120;
+    gps.SimulatorOffsetX = 0;
+    gps.SimulatorOffsetY = 0;
     return true;
 }
 
-bool StartPlayback(bool fast) {
-    if (!FeedViewShown("Select Map, HSI or AERIX view before GPS data playback"))
+bool StartPlayback(const FeedWiring& feed, bool fast) {
+    if (!FeedViewShown(feed.settings, "Select Map, HSI or AERIX view before GPS data playback"))
         return false;
+    GpsState& gps = feed.gps;
     // Only "Stop playback" clears the fast flag, so a normal start after a fast one stays fast.
     if (fast)
-        g_app.gps.PlaybackFast.store(1);
-    JoinRetired(g_app.gps.RetiredPlaybackThread);
+        gps.PlaybackFast.store(1);
+    JoinRetired(gps.RetiredPlaybackThread);
     std::jthread previous;
     {
         std::lock_guard lock(FeedMutex());
-        previous = Take(g_app.gps.PlaybackThread);
+        previous = Take(gps.PlaybackThread);
     }
-    Finish(std::move(previous), g_app.gps.RetiredPlaybackThread);
+    Finish(std::move(previous), gps.RetiredPlaybackThread);
     std::lock_guard lock(FeedMutex());
-    SetSource(kSourceRecorded);
-    g_app.leg.ActiveSectorIndex = 0;
-    MarkFeedStart();
+    SetSource(feed.settings, kSourceRecorded);
+    feed.leg.ActiveSectorIndex = 0;
+    MarkFeedStart(gps);
     // Held before the thread starts: a playback that ends at once lets go after this.
     platform::HoldScreenAwake(platform::AwakeHolder::kPlaybackSlot, true);
-    g_app.gps.PlaybackThread = std::jthread(PlaybackThread);
+    gps.PlaybackThread = std::jthread(PlaybackThread, feed);
     return true;
 }
 
-void DisconnectGps() {
+void DisconnectGps(GpsState& gps, SettingsState& settings) {
     std::jthread taken;
     {
         std::lock_guard lock(FeedMutex());
-        SetSource(kSourceNone);
-        taken = Take(g_app.gps.GpsThread);
+        SetSource(settings, kSourceNone);
+        taken = Take(gps.GpsThread);
     }
-    CloseGpsPort();
-    g_app.gps.GpsRecording.Close();
+    CloseGpsPort(gps);
+    gps.GpsRecording.Close();
     platform::HoldScreenAwake(platform::AwakeHolder::kGpsSlot, false);
-    Finish(std::move(taken), g_app.gps.RetiredGpsThread);
+    Finish(std::move(taken), gps.RetiredGpsThread);
 }
 
-void StopSimulation() {
+void StopSimulation(GpsState& gps, SettingsState& settings) {
     std::jthread taken;
     {
         std::lock_guard lock(FeedMutex());
-        SetSource(kSourceNone);
-        taken = Take(g_app.gps.GpsThread);
+        SetSource(settings, kSourceNone);
+        taken = Take(gps.GpsThread);
     }
     platform::HoldScreenAwake(platform::AwakeHolder::kGpsSlot, false);
-    Finish(std::move(taken), g_app.gps.RetiredGpsThread);
+    Finish(std::move(taken), gps.RetiredGpsThread);
 }
 
-void StopPlayback() {
+void StopPlayback(GpsState& gps, SettingsState& settings) {
     std::jthread taken;
     {
         std::lock_guard lock(FeedMutex());
-        SetSource(kSourceNone);
-        g_app.gps.PlaybackFast.store(0);
-        taken = Take(g_app.gps.PlaybackThread);
+        SetSource(settings, kSourceNone);
+        gps.PlaybackFast.store(0);
+        taken = Take(gps.PlaybackThread);
     }
     platform::HoldScreenAwake(platform::AwakeHolder::kPlaybackSlot, false);
-    Finish(std::move(taken), g_app.gps.RetiredPlaybackThread);
+    Finish(std::move(taken), gps.RetiredPlaybackThread);
+}
+
+void SendFeedCommand(const FeedWiring& feed, FeedCommand command) {
+    if (feed.commands) {
+        feed.commands(command);
+        return;
+    }
+    switch (command) {
+        case FeedCommand::DisconnectGps:
+            DisconnectGps(feed.gps, feed.settings);
+            break;
+        case FeedCommand::StopPlayback:
+            StopPlayback(feed.gps, feed.settings);
+            break;
+        case FeedCommand::StopSimulation:
+            StopSimulation(feed.gps, feed.settings);
+            break;
+    }
 }
 
 }  // namespace aerix

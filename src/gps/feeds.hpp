@@ -7,21 +7,41 @@
 
 #include <mutex>
 
+#include "gps/feed_commands.hpp"
+#include "gps/gps_state.hpp"
+#include "gps/leg_state.hpp"
+#include "gps/simulator.hpp"
+#include "settings/settings_state.hpp"
+
 namespace aerix {
+
+// Everything a feed is connected to, given by the shell when it starts one: the groups it works
+// on, where it sends its own stop command, and the plan legs the simulator flies. The feed's
+// thread keeps a copy for its whole run.
+struct FeedWiring {
+    GpsState& gps;
+    LegState& leg;
+    SettingsState& settings;
+    FeedCommandSink commands;
+    SimLegSource legs;
+};
 
 // Each start refuses outside the MAP, HSI and AERIX views with its "Select Map, HSI or AERIX
 // view before ..." warning. True when the feed was started (the caller then updates the menu).
-bool ConnectGps();
-bool StartSimulation();
-bool StartPlayback(bool fast);
+bool ConnectGps(const FeedWiring& feed);
+bool StartSimulation(const FeedWiring& feed);
+bool StartPlayback(const FeedWiring& feed, bool fast);
 
 // The stop sequences. Safe to call from the feed's own thread (its "Disconnect GPS" or "Stop
 // playback" command): the thread is then parked and joined at the next start or stop.
-void DisconnectGps();
-void StopSimulation();
-void StopPlayback();
+void DisconnectGps(GpsState& gps, SettingsState& settings);
+void StopSimulation(GpsState& gps, SettingsState& settings);
+void StopPlayback(GpsState& gps, SettingsState& settings);
 
-// Guards the thread slots in g_app, which the user-interface thread and (through a feed's own
+// A feed's stop command: to the wiring's sink, or run at once when it has none.
+void SendFeedCommand(const FeedWiring& feed, FeedCommand command);
+
+// Guards the thread slots in GpsState, which the user-interface thread and (through a feed's own
 // stop command) the feed thread both use. A thread is never joined while it is held.
 std::mutex& FeedSlotMutex();
 

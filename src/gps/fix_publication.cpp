@@ -1,24 +1,22 @@
 #include "gps/fix_publication.hpp"
 
-#include "app/state/app_state.hpp"
-
 namespace aerix {
 
-void TakeFixSnapshot() {
-    g_app.gps.Fix = g_app.gps.PublishedFix.Snapshot();
+void TakeFixSnapshot(GpsState& gps) {
+    gps.Fix = gps.PublishedFix.Snapshot();
 }
 
-void MarkFeedStart() {
-    g_app.gps.FeedStartSequence = g_app.gps.PublishedFix.Sequence();
+void MarkFeedStart(GpsState& gps) {
+    gps.FeedStartSequence = gps.PublishedFix.Sequence();
 }
 
-bool FixSinceFeedStart() {
-    return g_app.gps.PublishedFix.Sequence() > g_app.gps.FeedStartSequence;
+bool FixSinceFeedStart(const GpsState& gps) {
+    return gps.PublishedFix.Sequence() > gps.FeedStartSequence;
 }
 
-void AcknowledgeVoidFix() {
-    g_app.gps.PublishedFix.ClearVoid();
-    g_app.gps.Fix.FixVoid = 0;
+void AcknowledgeVoidFix(GpsState& gps) {
+    gps.PublishedFix.ClearVoid();
+    gps.Fix.FixVoid = 0;
 }
 
 }  // namespace aerix

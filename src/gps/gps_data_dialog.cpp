@@ -2,14 +2,13 @@
 
 #include <cstdio>
 
-#include "app/state/app_state.hpp"
+#include "gps/direction_reference.hpp"
 #include "platform/services.hpp"
-#include "utilities/direction_reference.hpp"
 
 namespace aerix {
 
-GpsDataTexts GpsDataDialogModel::Texts() const {
-    GpsFix fix = g_app.gps.PublishedFix.Snapshot();
+GpsDataTexts GpsDataDialogModel::Texts(const GpsState& gps) const {
+    GpsFix fix = gps.PublishedFix.Snapshot();
     GpsDataTexts texts;
     texts.position = std::u16string(fix.positionText.view());
     char buffer[64];

@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "gps/gps_state.hpp"
+
 namespace aerix {
 
 inline constexpr const char* kGpsDataTitle = "GPS data";
@@ -18,8 +20,8 @@ struct GpsDataTexts {
 
 class GpsDataDialogModel {
   public:
-    // The three texts from the latest fix.
-    GpsDataTexts Texts() const;
+    // The three texts from the latest fix published in gps.
+    GpsDataTexts Texts(const GpsState& gps) const;
     // On closing: the navigation-bar title goes back to "Aerix".
     void Close();
 };

@@ -5,8 +5,6 @@
 #include <mutex>
 #include <system_error>
 
-#include "app/state/app_state.hpp"
-#include "gps/feed_commands.hpp"
 #include "gps/feeds.hpp"
 #include "gps/gps_reader.hpp"
 #include "platform/message_box.hpp"
@@ -32,8 +30,8 @@ std::mutex& PortMutex() {
     return m;
 }
 
-std::shared_ptr<platform::ByteSource> OpenSerial(const std::string& device, const char** step,
-                                                 int* error) {
+std::shared_ptr<platform::ByteSource> OpenSerial(const std::string& device, std::uint32_t baudRate,
+                                                 const char** step, int* error) {
     auto port = std::make_shared<platform::SerialPort>();
     *step = "Opening Comms Port.";
     if (device.empty()) {
@@ -53,7 +51,7 @@ std::shared_ptr<platform::ByteSource> OpenSerial(const std::string& device, cons
     *step = "Getting Comms. State.";
     if (!port->GetState(&control, error))
         return nullptr;
-    control.baudRate = g_app.settings.BaudRate;
+    control.baudRate = baudRate;
     control.byteSize = 8;
     control.parity = 0;
     control.stopBits = 0;
@@ -82,10 +80,10 @@ std::shared_ptr<platform::ByteSource> OpenTcp(const std::string& host, int portN
 
 }  // namespace
 
-std::u16string ConfiguredPortName() {
-    if (!g_app.gps.PortDevice.empty())
-        return std::u16string(g_app.gps.PortDevice.view());
-    return std::u16string(g_app.settings.PortName.view());
+std::u16string ConfiguredPortName(const GpsState& gps, const SettingsState& settings) {
+    if (!gps.PortDevice.empty())
+        return std::u16string(gps.PortDevice.view());
+    return std::u16string(settings.PortName.view());
 }
 
 bool IsComPortName(std::u16string_view name) {
@@ -93,12 +91,12 @@ bool IsComPortName(std::u16string_view name) {
            name[4] == u':';
 }
 
-void SetConfiguredPortName(std::u16string_view name) {
+void SetConfiguredPortName(GpsState& gps, SettingsState& settings, std::u16string_view name) {
     if (IsComPortName(name) || name == kNavmanPortName) {
-        g_app.settings.PortName.assign(name);
-        g_app.gps.PortDevice.clear();
+        settings.PortName.assign(name);
+        gps.PortDevice.clear();
     } else {
-        g_app.gps.PortDevice.assign(name);
+        gps.PortDevice.assign(name);
     }
 }
 
@@ -133,15 +131,16 @@ int FindNavmanPort(char16_t* buffer, std::size_t size) {
     return found;
 }
 
-void ReportCommsError(std::string_view stepText, int errorNumber) {
+void ReportCommsError(const FeedWiring& feed, std::string_view stepText, int errorNumber) {
     char text[160];
     std::snprintf(text, sizeof text, "Communications Error %d \r\n%.*s", errorNumber,
                   static_cast<int>(stepText.size()), stepText.data());
     platform::ShowError(text);
-    SendFeedCommand(FeedCommand::DisconnectGps);
+    SendFeedCommand(feed, FeedCommand::DisconnectGps);
 }
 
-std::shared_ptr<platform::ByteSource> OpenPortSource(std::u16string portName, const char** step,
+std::shared_ptr<platform::ByteSource> OpenPortSource(std::u16string portName,
+                                                     std::uint32_t& baudRate, const char** step,
                                                      int* error) {
     *error = 0;
     if (portName == kNavmanPortName) {
@@ -151,7 +150,7 @@ std::shared_ptr<platform::ByteSource> OpenPortSource(std::u16string portName, co
             *error = ENODEV;
             return nullptr;
         }
-        g_app.settings.BaudRate = 57600;
+        baudRate = 57600;
         portName = device;
     }
     std::string name = Utf16ToUtf8(portName);
@@ -161,38 +160,39 @@ std::shared_ptr<platform::ByteSource> OpenPortSource(std::u16string portName, co
     int tcpPort = 0;
     if (platform::ParseTcpPortName(name, &host, &tcpPort))
         return OpenTcp(host, tcpPort, false, step, error);
-    return OpenSerial(platform::SerialDevicePath(portName), step, error);
+    return OpenSerial(platform::SerialDevicePath(portName), baudRate, step, error);
 }
 
-int OpenGpsPort() {
+int OpenGpsPort(const FeedWiring& feed) {
     const char* step = "Opening Comms Port.";
     int error = 0;
-    auto port = OpenPortSource(ConfiguredPortName(), &step, &error);
+    auto port = OpenPortSource(ConfiguredPortName(feed.gps, feed.settings), feed.settings.BaudRate,
+                               &step, &error);
     if (!port) {
-        ReportCommsError(step, error);
+        ReportCommsError(feed, step, error);
         return 1;
     }
     {
         std::lock_guard lock(PortMutex());
-        g_app.gps.GpsPort = port;
+        feed.gps.GpsPort = port;
     }
     try {
         std::lock_guard lock(FeedSlotMutex());
-        g_app.gps.GpsThread = std::jthread(GpsReaderThread, port, kGpsReadTimeoutMs);
+        feed.gps.GpsThread = std::jthread(GpsReaderThread, feed, port, kGpsReadTimeoutMs);
     } catch (const std::system_error& e) {
-        CloseGpsPort();
-        ReportCommsError("Creating Thread.", e.code().value());
+        CloseGpsPort(feed.gps);
+        ReportCommsError(feed, "Creating Thread.", e.code().value());
         return 1;
     }
     return 0;
 }
 
-void CloseGpsPort() {
+void CloseGpsPort(GpsState& gps) {
     std::shared_ptr<platform::ByteSource> port;
     {
         std::lock_guard lock(PortMutex());
-        port = std::move(g_app.gps.GpsPort);
-        g_app.gps.GpsPort.reset();
+        port = std::move(gps.GpsPort);
+        gps.GpsPort.reset();
     }
     if (port)
         port->Close();

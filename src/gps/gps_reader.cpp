@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "app/state/app_state.hpp"
 #include "gps/gps_port.hpp"
 #include "gps/line_assembler.hpp"
 #include "gps/nmea_line.hpp"
@@ -21,19 +20,20 @@ void Invalidate() {
 
 }  // namespace
 
-void GpsReaderThread(std::stop_token stop, std::shared_ptr<platform::ByteSource> port,
-                     int readTimeoutMs) {
+void GpsReaderThread(std::stop_token stop, FeedWiring feed,
+                     std::shared_ptr<platform::ByteSource> port, int readTimeoutMs) {
     // A stop request (program exit, a reset) closes the port, which wakes the read.
     std::stop_callback closeOnStop(stop, [&port] { port->Close(); });
 
-    const bool recording = g_app.settings.RecordGpsData != 0;
+    GpsState& gps = feed.gps;
+    const bool recording = feed.settings.RecordGpsData != 0;
     if (recording) {
         // A file that cannot be opened is not reported: the writes then simply fail.
-        g_app.gps.GpsRecording.Open(platform::Sys().root->ResolveForWrite(kRecordingFile),
-                                g_app.settings.OverwriteGpsData != 0);
+        gps.GpsRecording.Open(platform::Sys().root->ResolveForWrite(kRecordingFile),
+                              feed.settings.OverwriteGpsData != 0);
     }
 
-    GpsFix fix = g_app.gps.PublishedFix.Snapshot();
+    GpsFix fix = gps.PublishedFix.Snapshot();
     LineAssembler assembler;
     std::string record;
     char bytes[256];
@@ -42,14 +42,14 @@ void GpsReaderThread(std::stop_token stop, std::shared_ptr<platform::ByteSource>
         int n = port->Read(bytes, sizeof bytes, readTimeoutMs, &error);
         if (n < 0) {
             // The recording file stays open until Disconnect closes it.
-            ReportCommsError("Reading comms port.", error);
+            ReportCommsError(feed, "Reading comms port.", error);
             return;
         }
         if (n == 0) {
             if (!port->IsOpen())
                 break;
             fix.FixVoid = 1;
-            g_app.gps.PublishedFix.Publish(fix);
+            gps.PublishedFix.Publish(fix);
             Invalidate();
             continue;
         }
@@ -60,16 +60,16 @@ void GpsReaderThread(std::stop_token stop, std::shared_ptr<platform::ByteSource>
             if (recording && IsRmcLine(line)) {
                 record.assign(line);
                 record += '\n';
-                g_app.gps.GpsRecording.Write(record);
+                gps.GpsRecording.Write(record);
             }
-            if (HandleNmeaLine(line, fix, g_app.gps.InstrumentDrawingRunning.load())) {
-                g_app.gps.PublishedFix.Publish(fix);
+            if (HandleNmeaLine(line, fix, gps.InstrumentDrawingRunning.load())) {
+                gps.PublishedFix.Publish(fix);
                 Invalidate();
             }
         }
     }
     if (recording)
-        g_app.gps.GpsRecording.Close();
+        gps.GpsRecording.Close();
 }
 
 }  // namespace aerix

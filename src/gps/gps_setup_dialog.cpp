@@ -1,6 +1,5 @@
 #include "gps/gps_setup_dialog.hpp"
 
-#include "app/state/app_state.hpp"
 #include "gps/gps_port.hpp"
 #include "platform/message_box.hpp"
 #include "platform/serial_port.hpp"
@@ -28,7 +27,9 @@ bool IsUsablePortName(std::u16string_view name) {
     return platform::ParseTcpPortName(Utf16ToUtf8(name), &host, &port);
 }
 
-GpsSetupDialogModel::GpsSetupDialogModel(std::function<std::vector<std::string>()> devices) {
+GpsSetupDialogModel::GpsSetupDialogModel(GpsState& gps, SettingsState& settings,
+                                         std::function<std::vector<std::string>()> devices)
+    : gps_(gps), settings_(settings) {
     for (char c = '1'; c <= '8'; ++c)
         ports_.push_back(u"COM" + std::u16string(1, static_cast<char16_t>(c)) + u":");
     ports_.emplace_back(kNavmanItem);
@@ -38,7 +39,7 @@ GpsSetupDialogModel::GpsSetupDialogModel(std::function<std::vector<std::string>(
     for (auto rate : kBaudRates)
         bauds_.push_back(Utf8ToUtf16(std::to_string(rate)));
 
-    std::u16string stored = ConfiguredPortName();
+    std::u16string stored = ConfiguredPortName(gps_, settings_);
     portText_ = stored == kNavmanPortName ? std::u16string(kNavmanItem) : stored;
     for (std::size_t i = 0; i < ports_.size(); ++i) {
         if (ports_[i] == portText_)
@@ -47,7 +48,7 @@ GpsSetupDialogModel::GpsSetupDialogModel(std::function<std::vector<std::string>(
     // A stored address that is not in the list (a tcp: feed, a device now unplugged) stays as
     // the typed text.
     for (std::size_t i = 0; i < std::size(kBaudRates); ++i) {
-        if (kBaudRates[i] == g_app.settings.BaudRate)
+        if (kBaudRates[i] == settings_.BaudRate)
             baudSelection_ = static_cast<int>(i);
     }
 }
@@ -81,9 +82,9 @@ bool GpsSetupDialogModel::Ok() {
             "tcp:HOST:PORT");
         return false;
     }
-    SetConfiguredPortName(port);
+    SetConfiguredPortName(gps_, settings_, port);
     if (baudSelection_ >= 0)
-        g_app.settings.BaudRate = kBaudRates[baudSelection_];
+        settings_.BaudRate = kBaudRates[baudSelection_];
     return true;
 }
 

@@ -7,6 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "gps/gps_state.hpp"
+#include "settings/settings_state.hpp"
+
 namespace aerix {
 
 inline constexpr const char* kGpsSetupTitle = "GPS setup";
@@ -15,8 +18,10 @@ inline constexpr const char* kTcpPortHint = "tcp:HOST:PORT";
 
 class GpsSetupDialogModel {
   public:
-    // devices lists the serial devices present (ListSerialDevices by default).
-    explicit GpsSetupDialogModel(std::function<std::vector<std::string>()> devices = {});
+    // Shows and stores the port of gps and settings and the baud rate of settings. devices lists
+    // the serial devices present (ListSerialDevices by default).
+    GpsSetupDialogModel(GpsState& gps, SettingsState& settings,
+                        std::function<std::vector<std::string>()> devices = {});
 
     const std::vector<std::u16string>& PortItems() const { return ports_; }
     int PortSelection() const { return portSelection_; }
@@ -29,13 +34,15 @@ class GpsSetupDialogModel {
     int BaudSelection() const { return baudSelection_; }
     void SelectBaud(int index);
 
-    // Stores the choices into g_app and returns true; an unusable port text shows an error and
+    // Stores the choices and returns true; an unusable port text shows an error and
     // returns false (the dialog stays open).
     bool Ok();
     // Ends without change.
     void Cancel() {}
 
   private:
+    GpsState& gps_;
+    SettingsState& settings_;
     std::vector<std::u16string> ports_;
     std::vector<std::u16string> bauds_;
     int portSelection_ = -1;

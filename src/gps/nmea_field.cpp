@@ -2,21 +2,32 @@
 
 namespace aerix {
 
-const char16_t* NextNmeaField(const char16_t* cursor, char16_t* field) noexcept {
-    field[0] = u'\0';
-    if (!cursor || *cursor == u'\0')
-        return nullptr;
-    if (*cursor == u',')
-        return cursor + 1;
-    std::size_t n = 0;
-    while (*cursor != u'\0' && *cursor != u'*' && *cursor != u',') {
-        if (n < kNmeaFieldSize - 1)
-            field[n++] = *cursor;
-        ++cursor;
+namespace {
+
+// The bytes that end a field: ",", "*" and the NUL that ends the sentence early. One look-up a
+// byte keeps the split cheap even in an unoptimised build.
+constexpr struct FieldEnds {
+    bool at[256] = {};
+    constexpr FieldEnds() {
+        at[static_cast<unsigned char>(',')] = true;
+        at[static_cast<unsigned char>('*')] = true;
+        at[0] = true;
     }
-    field[n] = u'\0';
-    // Stay on a terminator rather than step past the end of the sentence.
-    return *cursor == u'\0' ? cursor : cursor + 1;
+} kFieldEnds;
+
+}  // namespace
+
+const char* NextNmeaField(const char* cursor, const char* end, NmeaField& field) noexcept {
+    field.first = field.last = cursor;
+    if (!cursor || cursor == end || *cursor == '\0')
+        return nullptr;
+    const char* p = cursor;
+    while (p != end && !kFieldEnds.at[static_cast<unsigned char>(*p)])
+        ++p;
+    field.last =
+        p - cursor < static_cast<std::ptrdiff_t>(kNmeaFieldSize) ? p : cursor + kNmeaFieldSize - 1;
+    // Stay on the end rather than step past it.
+    return p == end || *p == '\0' ? p : p + 1;
 }
 
 }  // namespace aerix

@@ -2,16 +2,29 @@
 #pragma once
 
 #include <cstddef>
+#include <string_view>
 
 namespace aerix {
 
-// Characters of a field buffer, terminator included. NMEA fields are short; a longer one is cut.
+// Longest field kept, plus one: NMEA fields are short, and a longer one is cut to
+// kNmeaFieldSize - 1 characters.
 inline constexpr std::size_t kNmeaFieldSize = 20;
 
-// Copies the field at cursor into `field` (kNmeaFieldSize characters) and returns the position
-// behind the character that ended it ("," or "*"; the terminator itself when the sentence ends
-// there), or null when the cursor is null or at the end. A field ending at "*" leaves the cursor
-// on the checksum, so the next call reads it.
-const char16_t* NextNmeaField(const char16_t* cursor, char16_t* field) noexcept;
+// One field of a sentence, the bytes [first, last) inside it.
+struct NmeaField {
+    const char* first = nullptr;
+    const char* last = nullptr;
+
+    std::string_view View() const noexcept {
+        return {first, static_cast<std::size_t>(last - first)};
+    }
+};
+
+// Finds the field at cursor in a sentence that ends at `end` or at its first NUL byte, and sets
+// `field` to it (cut to kNmeaFieldSize - 1 characters). Returns the position behind the
+// character that ended it ("," or "*"; the end itself when the sentence ends there), or null
+// with an empty field when the cursor is null or at the end. A field ending at "*" leaves the
+// cursor on the checksum, so the next call reads it.
+const char* NextNmeaField(const char* cursor, const char* end, NmeaField& field) noexcept;
 
 }  // namespace aerix

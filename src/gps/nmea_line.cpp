@@ -1,7 +1,7 @@
 #include "gps/nmea_line.hpp"
 
 #include "gps/line_assembler.hpp"
-#include "gps/rmc_parser.hpp"
+#include "gps/nmea_sentence.hpp"
 #include "platform/services.hpp"
 
 namespace aerix {
@@ -17,17 +17,13 @@ bool HandleNmeaLine(std::string_view line, GpsFix& fix, bool drawingRunning) noe
         return false;
     if (auto* idle = platform::Sys().idleTimer)
         idle->Reset();
-    // 8-bit text to wide characters byte for byte, at most a buffer's worth.
-    char16_t wide[kNmeaLineBufferSize + 1];
-    std::size_t n = line.size() < kNmeaLineBufferSize ? line.size() : kNmeaLineBufferSize;
-    for (std::size_t i = 0; i < n; ++i)
-        wide[i] = static_cast<char16_t>(static_cast<unsigned char>(line[i]));
-    wide[n] = u'\0';
-    if (!(wide[3] == u'R' && wide[4] == u'M' && wide[5] == u'C'))
+    // At most a buffer's worth, as the receiver's reader assembles it.
+    if (line.size() > kNmeaLineBufferSize)
+        line = line.substr(0, kNmeaLineBufferSize);
+    NmeaSentenceParser parse = FindNmeaSentenceParser(line);
+    if (!parse || drawingRunning)
         return false;
-    if (drawingRunning)
-        return false;
-    RmcParser(wide, fix);
+    parse(line, fix);
     return true;
 }
 

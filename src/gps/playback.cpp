@@ -2,15 +2,13 @@
 
 #include <fstream>
 
-#include "app/state/app_state.hpp"
-#include "gps/feed_commands.hpp"
 #include "gps/line_assembler.hpp"
 #include "gps/nmea_line.hpp"
 #include "platform/services.hpp"
 
 namespace aerix {
 
-bool PlayNmeaStream(std::istream& in, GpsFix& fix,
+bool PlayNmeaStream(std::istream& in, GpsFix& fix, const std::atomic<bool>& drawingRunning,
                     const std::function<bool(std::string_view line, bool parsed)>& afterLine) {
     LineAssembler assembler;
     char bytes[4096];
@@ -23,7 +21,7 @@ bool PlayNmeaStream(std::istream& in, GpsFix& fix,
             if (!assembler.Push(bytes[i]))
                 continue;
             std::string_view line = assembler.Line();
-            bool parsed = HandleNmeaLine(line, fix, g_app.gps.InstrumentDrawingRunning.load());
+            bool parsed = HandleNmeaLine(line, fix, drawingRunning.load());
             if (!afterLine(line, parsed))
                 return false;
         }
@@ -31,25 +29,27 @@ bool PlayNmeaStream(std::istream& in, GpsFix& fix,
     return true;
 }
 
-void PlaybackThread(std::stop_token stop) {
+void PlaybackThread(std::stop_token stop, FeedWiring feed) {
     std::ifstream in(platform::Sys().root->Resolve(u"\\My Documents\\GpsData.txt"),
                      std::ios::binary);
     if (!in) {
-        SendFeedCommand(FeedCommand::StopPlayback);
+        SendFeedCommand(feed, FeedCommand::StopPlayback);
         return;
     }
-    GpsFix fix = g_app.gps.PublishedFix.Snapshot();
-    bool finished = PlayNmeaStream(in, fix, [&](std::string_view, bool parsed) {
-        if (parsed) {
-            g_app.gps.PublishedFix.Publish(fix);
-            platform::Sys().ui->InvalidateMainWindow(false);
-        }
-        int pause = g_app.gps.PlaybackFast.load() == 1 ? kPlaybackFastMs : kPlaybackNormalMs;
-        return platform::Sys().clock->SleepMs(pause, stop);
-    });
+    GpsState& gps = feed.gps;
+    GpsFix fix = gps.PublishedFix.Snapshot();
+    bool finished =
+        PlayNmeaStream(in, fix, gps.InstrumentDrawingRunning, [&](std::string_view, bool parsed) {
+            if (parsed) {
+                gps.PublishedFix.Publish(fix);
+                platform::Sys().ui->InvalidateMainWindow(false);
+            }
+            int pause = gps.PlaybackFast.load() == 1 ? kPlaybackFastMs : kPlaybackNormalMs;
+            return platform::Sys().clock->SleepMs(pause, stop);
+        });
     in.close();
     if (finished)
-        SendFeedCommand(FeedCommand::StopPlayback);
+        SendFeedCommand(feed, FeedCommand::StopPlayback);
 }
 
 }  // namespace aerix

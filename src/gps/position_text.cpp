@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "app/state/app_state.hpp"
 #include "platform/numeric.hpp"
 
 namespace aerix {
@@ -51,8 +50,8 @@ std::u16string PositionText(CentiMinutes latitude, CentiMinutes longitude) {
     return text;
 }
 
-void FormatPosition() {
-    g_app.gps.Fix.positionText.assign(PositionText(g_app.gps.Fix.latitude, g_app.gps.Fix.longitude));
+void FormatPosition(GpsFix& fix) {
+    fix.positionText.assign(PositionText(fix.latitude, fix.longitude));
 }
 
 }  // namespace aerix

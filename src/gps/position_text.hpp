@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "gps/gps_fix.hpp"
 #include "gps/nav_math.hpp"
 
 namespace aerix {
@@ -10,7 +11,7 @@ namespace aerix {
 // Degrees and decimal minutes of a position in CentiMinutes.
 std::u16string PositionText(CentiMinutes latitude, CentiMinutes longitude);
 
-// Refreshes the position text of the current fix from its latitude and longitude.
-void FormatPosition();
+// Refreshes the position text of a fix from its latitude and longitude.
+void FormatPosition(GpsFix& fix);
 
 }  // namespace aerix

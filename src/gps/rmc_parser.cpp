@@ -15,37 +15,28 @@ constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7
                                    1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                    1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
-bool IsDigit(char16_t c) {
-    return c >= u'0' && c <= u'9';
-}
-
-bool Equals(const char16_t* field, char16_t c) {
-    return field[0] == c && field[1] == u'\0';
+// The field is exactly the one character c.
+bool Equals(const NmeaField& field, char c) {
+    return field.last - field.first == 1 && *field.first == c;
 }
 
 // The long way, for what the fast path cannot do exactly: many digits or an exponent.
-double SlowNumber(const char16_t* first, const char16_t* last) noexcept {
-    char ascii[kNmeaFieldSize + 8];
-    std::size_t n = 0;
-    for (const char16_t* p = first; p != last && n < sizeof ascii; ++p)
-        ascii[n++] = static_cast<char>(*p);
+double SlowNumber(const char* first, const char* last) noexcept {
     double value = 0.0;
-    std::from_chars(ascii, ascii + n, value);
+    std::from_chars(first, last, value);
     return value;
 }
 
-}  // namespace
-
-double NmeaNumber(const char16_t* text) noexcept {
-    const char16_t* p = text;
-    while (*p == u' ' || *p == u'\t')
+// NmeaNumber over [p, end), on pointers: this runs for every field of every sentence.
+double Number(const char* p, const char* end) noexcept {
+    while (p != end && (*p == ' ' || *p == '\t'))
         ++p;
     bool negative = false;
-    if (*p == u'+' || *p == u'-') {
-        negative = *p == u'-';
+    if (p != end && (*p == '+' || *p == '-')) {
+        negative = *p == '-';
         ++p;
     }
-    const char16_t* first = p;
+    const char* first = p;
     // An exact integer divided by an exact power of ten is correctly rounded, which covers
     // everything a receiver sends.
     std::uint64_t mantissa = 0;
@@ -53,14 +44,16 @@ double NmeaNumber(const char16_t* text) noexcept {
     int fractionDigits = 0;
     bool any = false;
     bool point = false;
-    for (;; ++p) {
-        if (IsDigit(*p)) {
+    for (; p != end; ++p) {
+        // Written out rather than called: this loop is the parser's hottest.
+        const unsigned digit = static_cast<unsigned char>(*p) - static_cast<unsigned>('0');
+        if (digit < 10) {
             any = true;
-            if (mantissa != 0 || *p != u'0')
+            if (mantissa != 0 || digit != 0)
                 ++digits;
-            mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p - u'0');
+            mantissa = mantissa * 10 + digit;
             fractionDigits += point;
-        } else if (*p == u'.' && !point) {
+        } else if (*p == '.' && !point) {
             point = true;
         } else {
             break;
@@ -69,13 +62,13 @@ double NmeaNumber(const char16_t* text) noexcept {
     if (!any)
         return 0.0;
     bool exponent = false;
-    if (*p == u'e' || *p == u'E') {
-        const char16_t* e = p + 1;
-        if (*e == u'+' || *e == u'-')
+    if (p != end && (*p == 'e' || *p == 'E')) {
+        const char* e = p + 1;
+        if (e != end && (*e == '+' || *e == '-'))
             ++e;
-        if (IsDigit(*e)) {
+        if (e != end && *e >= '0' && *e <= '9') {
             exponent = true;
-            while (IsDigit(*e))
+            while (e != end && *e >= '0' && *e <= '9')
                 ++e;
             p = e;
         }
@@ -86,61 +79,66 @@ double NmeaNumber(const char16_t* text) noexcept {
     return negative ? -value : value;
 }
 
-void RmcParser(const char16_t* sentence, GpsFix& fix) noexcept {
-    char16_t field[kNmeaFieldSize];
-    const char16_t* cursor = sentence;
-    cursor = NextNmeaField(cursor, field);  // address
-    cursor = NextNmeaField(cursor, field);  // UTC time
+// ddmm.mmmm (degreeDigits 2) or dddmm.mmmm (3) in CentiMinutes: minutes from the character after
+// the degrees, which are read only when the field is longer than them.
+double Angle(const NmeaField& field, int degreeDigits) noexcept {
+    if (field.last - field.first < degreeDigits)
+        return Number(field.first, field.last) * 6000.0;
+    const char* minutes = field.first + degreeDigits;
+    return Number(field.first, minutes) * 6000.0 + Number(minutes, field.last) * 100.0;
+}
+
+}  // namespace
+
+double NmeaNumber(std::string_view text) noexcept {
+    return Number(text.data(), text.data() + text.size());
+}
+
+void ParseRmc(std::string_view sentence, GpsFix& fix) noexcept {
+    const char* end = sentence.data() + sentence.size();
+    NmeaField field;
+    const char* cursor = sentence.data();
+    cursor = NextNmeaField(cursor, end, field);  // address
+    cursor = NextNmeaField(cursor, end, field);  // UTC time
 
     fix.FixVoid = 0;
-    cursor = NextNmeaField(cursor, field);
-    if (field[0] == u'V') {
+    cursor = NextNmeaField(cursor, end, field);
+    const bool status = field.first != field.last;
+    if (status && *field.first == 'V') {
         fix.FixVoid = 1;
         return;
     }
-    bool active = field[0] == u'A';
+    bool active = status && *field.first == 'A';
 
-    char16_t latitude[kNmeaFieldSize], latitudeSide[kNmeaFieldSize];
-    char16_t longitude[kNmeaFieldSize], longitudeSide[kNmeaFieldSize];
-    char16_t speed[kNmeaFieldSize], track[kNmeaFieldSize], date[kNmeaFieldSize];
-    char16_t variation[kNmeaFieldSize], variationSide[kNmeaFieldSize];
-    cursor = NextNmeaField(cursor, latitude);
-    cursor = NextNmeaField(cursor, latitudeSide);
-    cursor = NextNmeaField(cursor, longitude);
-    cursor = NextNmeaField(cursor, longitudeSide);
-    cursor = NextNmeaField(cursor, speed);
-    cursor = NextNmeaField(cursor, track);
-    cursor = NextNmeaField(cursor, date);
-    cursor = NextNmeaField(cursor, variation);
-    NextNmeaField(cursor, variationSide);
+    NmeaField latitude, latitudeSide, longitude, longitudeSide, speed, track, date, variation,
+        variationSide;
+    cursor = NextNmeaField(cursor, end, latitude);
+    cursor = NextNmeaField(cursor, end, latitudeSide);
+    cursor = NextNmeaField(cursor, end, longitude);
+    cursor = NextNmeaField(cursor, end, longitudeSide);
+    cursor = NextNmeaField(cursor, end, speed);
+    cursor = NextNmeaField(cursor, end, track);
+    cursor = NextNmeaField(cursor, end, date);
+    cursor = NextNmeaField(cursor, end, variation);
+    NextNmeaField(cursor, end, variationSide);
     if (!active)
         return;
 
-    // ddmm.mmmm: minutes from the third character, degrees the first two.
-    double minutes = latitude[0] && latitude[1] ? NmeaNumber(latitude + 2) : 0.0;
-    if (latitude[0] && latitude[1])
-        latitude[2] = u'\0';
-    fix.latitude = NmeaNumber(latitude) * 6000.0 + minutes * 100.0;
-    if (Equals(latitudeSide, u'S'))
+    fix.latitude = Angle(latitude, 2);
+    if (Equals(latitudeSide, 'S'))
         fix.latitude *= -1.0;
-
-    // dddmm.mmmm: minutes from the fourth character, degrees the first three.
-    bool threeDegrees = longitude[0] && longitude[1] && longitude[2];
-    minutes = threeDegrees ? NmeaNumber(longitude + 3) : 0.0;
-    if (threeDegrees)
-        longitude[3] = u'\0';
-    fix.longitude = NmeaNumber(longitude) * 6000.0 + minutes * 100.0;
-    if (Equals(longitudeSide, u'W'))
+    fix.longitude = Angle(longitude, 3);
+    if (Equals(longitudeSide, 'W'))
         fix.longitude *= -1.0;
 
     fix.positionText.assign(PositionText(fix.latitude, fix.longitude));
     fix.positionKnown = true;
 
-    fix.groundSpeed = NmeaNumber(speed);
-    fix.trueTrack = NmeaNumber(track);
-    fix.magneticVariation = NmeaNumber(variation);
-    fix.variationKnown = variation[0] != u'\0';
-    if (Equals(variationSide, u'E'))
+    fix.groundSpeed = Number(speed.first, speed.last);
+    fix.trueTrack = Number(track.first, track.last);
+    fix.magneticVariation = Number(variation.first, variation.last);
+    fix.variationKnown = variation.first != variation.last;
+    if (Equals(variationSide, 'E'))
         fix.magneticVariation *= -1.0;
 
     fix.magneticTrack = std::fmod(fix.trueTrack + fix.magneticVariation, 360.0);

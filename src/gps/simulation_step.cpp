@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include "app/state/app_state.hpp"
 #include "gps/nav_math.hpp"
 #include "platform/services.hpp"
 
@@ -19,21 +18,21 @@ constexpr double kPi = 3.141592653589793;
 
 }  // namespace
 
-double SimulationStep(std::int32_t startLatitude, std::int32_t startLongitude, double course,
-                      std::int32_t speed, std::uint8_t restart, double& latitude, double& longitude,
-                      std::stop_token stop) {
+double SimulationStep(double& distance, std::int32_t startLatitude, std::int32_t startLongitude,
+                      double course, std::int32_t speed, std::uint8_t restart, double& latitude,
+                      double& longitude, std::stop_token stop) {
     if (auto* idle = platform::Sys().idleTimer)
         idle->Reset();
     if (restart)
-        g_app.gps.SimulatedDistance = 0.0;
+        distance = 0.0;
     double phi1 = startLatitude * kCentiMinutesToRadiansStep;
     double l1 = startLongitude * kCentiMinutesToRadiansStep;
 
     platform::Sys().clock->SleepMs(1000, stop);
 
-    g_app.gps.SimulatedDistance += speed * kHoursPerStep * kNauticalMilesToRadians;
+    distance += speed * kHoursPerStep * kNauticalMilesToRadians;
     double tc = course * kDegreesToRadians;
-    double d = g_app.gps.SimulatedDistance;
+    double d = distance;
     double phi = d * std::cos(tc) + phi1;
     double dPhi = std::log(std::tan(phi / 2 + kQuarterPi) / std::tan(phi1 / 2 + kQuarterPi));
     double q = std::fabs(phi - phi1) < std::sqrt(1e-15) ? std::cos(phi1) : (phi - phi1) / dPhi;

@@ -8,10 +8,11 @@
 namespace aerix {
 
 // Waits one second (on the platform clock), adds two seconds' flight at `speed` knots to
-// g_app.gps.SimulatedDistance (zeroed first when restart is set) and writes the position reached on
-// `course` from the start point. Positions are CentiMinutes. Returns the latitude.
-double SimulationStep(std::int32_t startLatitude, std::int32_t startLongitude, double course,
-                      std::int32_t speed, std::uint8_t restart, double& latitude, double& longitude,
-                      std::stop_token stop = {});
+// `distance`, the radians flown on the leg (zeroed first when restart is set), and writes the
+// position reached on `course` from the start point. Positions are CentiMinutes. Returns the
+// latitude.
+double SimulationStep(double& distance, std::int32_t startLatitude, std::int32_t startLongitude,
+                      double course, std::int32_t speed, std::uint8_t restart, double& latitude,
+                      double& longitude, std::stop_token stop = {});
 
 }  // namespace aerix

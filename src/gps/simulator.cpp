@@ -1,9 +1,7 @@
 #include "gps/simulator.hpp"
 
 #include <cmath>
-#include <mutex>
 
-#include "app/state/app_state.hpp"
 #include "gps/position_text.hpp"
 #include "gps/simulation_step.hpp"
 #include "platform/services.hpp"
@@ -12,16 +10,6 @@ namespace aerix {
 
 namespace {
 
-std::mutex& SourceMutex() {
-    static std::mutex m;
-    return m;
-}
-
-SimLegSource& Source() {
-    static SimLegSource source;
-    return source;
-}
-
 void Invalidate() {
     if (auto* ui = platform::Sys().ui)
         ui->InvalidateMainWindow(false);
@@ -29,36 +17,21 @@ void Invalidate() {
 
 }  // namespace
 
-void SetSimLegSource(SimLegSource source) {
-    std::lock_guard lock(SourceMutex());
-    Source() = std::move(source);
-}
-
-SimLegSource CurrentSimLegSource() {
-    std::lock_guard lock(SourceMutex());
-    return Source();
-}
-
-bool HasSimLegSource() {
-    std::lock_guard lock(SourceMutex());
-    return static_cast<bool>(Source().readLeg);
-}
-
-void SimulatorThread(std::stop_token stop, SimStepObserver observer) {
-    SimLegSource source = CurrentSimLegSource();
-    GpsFix fix = g_app.gps.PublishedFix.Snapshot();
+void SimulatorThread(std::stop_token stop, GpsState& gps, LegState& flown,
+                     const SimLegSource& source, SimStepObserver observer) {
+    GpsFix fix = gps.PublishedFix.Snapshot();
     int legIndex = 0;
     SimLeg leg;  // speed and variation carry over to a direct-to leg
     while (!stop.stop_requested()) {
         std::int32_t startLatitude = 0;
         std::int32_t startLongitude = 0;
         double course = 0.0;
-        std::int32_t directLatitude = g_app.leg.DirectToStartLatitude.load();
+        std::int32_t directLatitude = flown.DirectToStartLatitude.load();
         const bool direct = directLatitude != 0;
         if (direct) {
             startLatitude = directLatitude;
-            startLongitude = g_app.leg.DirectToStartLongitude.load();
-            course = g_app.leg.DirectToCourse.load();
+            startLongitude = flown.DirectToStartLongitude.load();
+            course = flown.DirectToCourse.load();
         } else {
             if (!source.readLeg || !source.readLeg(legIndex, &leg))
                 break;
@@ -74,25 +47,26 @@ void SimulatorThread(std::stop_token stop, SimStepObserver observer) {
 
         double latitude = 0.0;
         double longitude = 0.0;
-        SimulationStep(startLatitude, startLongitude, course, 0, 1, latitude, longitude, stop);
-        g_app.gps.SimulatorStepCount.fetch_add(1);
+        SimulationStep(gps.SimulatedDistance, startLatitude, startLongitude, course, 0, 1, latitude,
+                       longitude, stop);
+        gps.SimulatorStepCount.fetch_add(1);
         fix.latitude = startLatitude;
         fix.longitude = startLongitude;
         fix.positionKnown = true;
         // The readouts show the text, so it must always match the position published with it.
         fix.positionText.assign(PositionText(fix.latitude, fix.longitude));
-        g_app.gps.PublishedFix.Publish(fix);
+        gps.PublishedFix.Publish(fix);
         if (observer)
             observer(legIndex);
         if (stop.stop_requested())
             break;
 
-        while (g_app.leg.LegChange.load() == 0 && !stop.stop_requested()) {
-            SimulationStep(startLatitude, startLongitude, fix.trueTrack, leg.groundSpeed, 0,
-                           fix.latitude, fix.longitude, stop);
-            g_app.gps.SimulatorStepCount.fetch_add(1);
+        while (flown.LegChange.load() == 0 && !stop.stop_requested()) {
+            SimulationStep(gps.SimulatedDistance, startLatitude, startLongitude, fix.trueTrack,
+                           leg.groundSpeed, 0, fix.latitude, fix.longitude, stop);
+            gps.SimulatorStepCount.fetch_add(1);
             fix.positionText.assign(PositionText(fix.latitude, fix.longitude));
-            g_app.gps.PublishedFix.Publish(fix);
+            gps.PublishedFix.Publish(fix);
             Invalidate();
             if (observer)
                 observer(legIndex);
@@ -100,14 +74,14 @@ void SimulatorThread(std::stop_token stop, SimStepObserver observer) {
         if (stop.stop_requested())
             break;
         int count = source.sectorCount ? source.sectorCount() : 0;
-        if (direct && g_app.leg.DirectToStartLatitude.load() == 0) {
+        if (direct && flown.DirectToStartLatitude.load() == 0) {
             // The direct-to ended (reached, or "Resume plan"): the plan goes on from the sector
             // the views made active.
-            legIndex = static_cast<int>(g_app.leg.ActiveSectorIndex.load());
+            legIndex = static_cast<int>(flown.ActiveSectorIndex.load());
         } else if (legIndex < count - 1) {
             ++legIndex;
         }
-        g_app.leg.LegChange.store(0);
+        flown.LegChange.store(0);
     }
 }
 

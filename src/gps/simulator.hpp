@@ -6,6 +6,9 @@
 #include <functional>
 #include <stop_token>
 
+#include "gps/gps_state.hpp"
+#include "gps/leg_state.hpp"
+
 namespace aerix {
 
 // What the simulator needs of a sector.
@@ -18,21 +21,19 @@ struct SimLeg {
 };
 
 // Where the legs come from: sector `index` (0 = first) of the active plan, and how many sectors
-// it has. The plan store supplies them; without one there is no plan and nothing is flown.
+// it has. The shell gives the plan store's when it starts the simulation; an empty source means
+// no plan, and nothing is flown.
 struct SimLegSource {
     std::function<bool(int index, SimLeg* leg)> readLeg;
     std::function<int()> sectorCount;
 };
 
-// Replaces the leg source; an empty one means "no plan".
-void SetSimLegSource(SimLegSource source);
-bool HasSimLegSource();
-SimLegSource CurrentSimLegSource();
-
 // Called after each step with the leg index being flown (for the simulate tool); may be empty.
 using SimStepObserver = std::function<void(int legIndex)>;
 
-// The simulator thread. Ends when a sector cannot be read or a stop is requested.
-void SimulatorThread(std::stop_token stop, SimStepObserver observer = {});
+// The simulator thread: flies the legs of `source` (or the direct-to in `flown`), publishing to
+// gps; ends the leg `flown` asks it to. Ends when a sector cannot be read or a stop is requested.
+void SimulatorThread(std::stop_token stop, GpsState& gps, LegState& flown,
+                     const SimLegSource& source, SimStepObserver observer = {});
 
 }  // namespace aerix

@@ -6,6 +6,7 @@
 #include <QFormLayout>
 #include <QTimer>
 
+#include "app/state/app_state.hpp"
 #include "gps/gps_data_dialog.hpp"
 #include "gps/gps_setup_dialog.hpp"
 #include "platform/services.hpp"
@@ -59,7 +60,7 @@ class GpsSetupWidget : public DialogFrame {
     void OnClose() override { model_.Cancel(); }
 
   private:
-    GpsSetupDialogModel model_;
+    GpsSetupDialogModel model_{g_app.gps, g_app.settings};
     QComboBox* port_;
     QComboBox* baud_;
 };
@@ -89,7 +90,7 @@ class GpsDataWidget : public ClosingModelFrame<GpsDataDialogModel> {
 
   private:
     void Repaint() {
-        GpsDataTexts texts = model_.Texts();
+        GpsDataTexts texts = model_.Texts(g_app.gps);
         position_->setText(ToQString(texts.position));
         speed_->setText(ToQString(texts.speed));
         track_->setText(ToQString(texts.track));

@@ -8,7 +8,6 @@
 
 #include "app/plan_legs.hpp"
 #include "app/state/app_state.hpp"
-#include "gps/feed_commands.hpp"
 #include "gps/feeds.hpp"
 #include "gps/gps_port.hpp"
 #include "gps/nav_math.hpp"
@@ -57,11 +56,12 @@ void AddNmea(CLI::App& app, ToolContext& ctx) {
             in = &opened;
         }
         GpsFix fix;
-        PlayNmeaStream(*in, fix, [&](std::string_view, bool parsed) {
-            if (parsed)
-                ctx.Out().Emit(FixJson(fix));
-            return true;
-        });
+        PlayNmeaStream(*in, fix, g_app.gps.InstrumentDrawingRunning,
+                       [&](std::string_view, bool parsed) {
+                           if (parsed)
+                               ctx.Out().Emit(FixJson(fix));
+                           return true;
+                       });
         if (in->bad())
             throw ToolFailure("read error in " + *file);
     });
@@ -91,7 +91,7 @@ void AddGps(CLI::App& app, ToolContext& ctx) {
         if (platform.Registry().KeyExists(kSettingsKey))
             LoadSettings(g_app.settings);
         if (!a->port.empty()) {
-            SetConfiguredPortName(Utf8ToUtf16(a->port));
+            SetConfiguredPortName(g_app.gps, g_app.settings, Utf8ToUtf16(a->port));
         }
         if (a->baud)
             g_app.settings.BaudRate = a->baud;
@@ -99,13 +99,17 @@ void AddGps(CLI::App& app, ToolContext& ctx) {
         g_app.settings.OverwriteGpsData = 0;
 
         std::atomic<bool> disconnected{false};
-        SetFeedCommandSink([&](FeedCommand) { disconnected.store(true); });
+        FeedWiring feed{g_app.gps,
+                        g_app.leg,
+                        g_app.settings,
+                        [&](FeedCommand) { disconnected.store(true); },
+                        {}};
         g_interrupted.store(false);
         auto previous = std::signal(SIGINT, OnInterrupt);
         auto previousTerm = std::signal(SIGTERM, OnInterrupt);
 
         g_app.settings.GpsSource = kSourceRealtime;
-        bool opened = OpenGpsPort() == 0;
+        bool opened = OpenGpsPort(feed) == 0;
         auto& clock = *platform::Sys().clock;
         std::int64_t end = clock.NowMs() + static_cast<std::int64_t>(a->seconds * 1000);
         std::uint64_t seen = g_app.gps.PublishedFix.Sequence();
@@ -118,8 +122,7 @@ void AddGps(CLI::App& app, ToolContext& ctx) {
                 std::cout.flush();
             }
         }
-        SetFeedCommandSink({});
-        DisconnectGps();
+        DisconnectGps(g_app.gps, g_app.settings);
         std::signal(SIGINT, previous);
         std::signal(SIGTERM, previousTerm);
         if (!opened || disconnected.load())
@@ -162,7 +165,6 @@ void AddSimulate(CLI::App& app, ToolContext& ctx) {
         ctx.OpenPlatform();
         CreateDefaultSettings(g_app.settings);
         LoadSettings(g_app.settings);
-        InstallPlanLegSource();
         if (!a->plan.empty())
             g_app.settings.ActivePlanName.assign(Utf8ToUtf16(a->plan));
         platform::VirtualClock clock;
@@ -170,8 +172,8 @@ void AddSimulate(CLI::App& app, ToolContext& ctx) {
         platform::Sys().clock = &clock;
         std::stop_source stop;
         int steps = 0;
-        SimLegSource source = CurrentSimLegSource();
-        SimulatorThread(stop.get_token(), [&](int legIndex) {
+        SimLegSource source = PlanLegSource();
+        SimulatorThread(stop.get_token(), g_app.gps, g_app.leg, source, [&](int legIndex) {
             ++steps;
             Json line{{"step", steps}, {"leg", legIndex}, {"timeMs", clock.NowMs()}};
             // The fix object must outlive the loop over it.

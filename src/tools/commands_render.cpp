@@ -64,8 +64,8 @@ void PublishFix(const MapArgs& a) {
     fix.magneticTrack = std::fmod(fix.trueTrack + fix.magneticVariation + 360.0, 360.0);
     fix.groundSpeed = a.speed;
     g_app.gps.PublishedFix.Publish(fix);
-    TakeFixSnapshot();
-    FormatPosition();
+    TakeFixSnapshot(g_app.gps);
+    FormatPosition(g_app.gps.Fix);
 }
 
 void Save(qt::HeadlessGraphics& headless, const platform::Bitmap& frame, const std::string& out) {

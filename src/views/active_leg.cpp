@@ -94,7 +94,7 @@ ActiveLeg SequenceActiveLeg(const std::vector<SectorRecord>& sectors, const GpsS
     // a feed started again still shows the last fix of the one before: a paint then must not skip
     // the legs the aircraft has not flown yet.
     const bool anyFix = gps.Fix.positionKnown;
-    const bool haveFix = anyFix && FixSinceFeedStart();
+    const bool haveFix = anyFix && FixSinceFeedStart(gps);
 
     if (legState.DirectToStartLatitude.load() != 0) {
         const double course = double(legState.DirectToCourse.load());

@@ -138,7 +138,7 @@ InstrumentFrameInput PrepareInstrumentFrame(const ViewInputs& inputs, const NavD
     // The banner shows in this frame only: once per void sentence.
     if (fix.FixVoid) {
         in.invalidSignal = true;
-        AcknowledgeVoidFix();
+        AcknowledgeVoidFix(inputs.gps);
     }
     std::vector<SectorRecord> sectors = ReadPlanSectors(inputs.settings);
     in.leg = SequenceActiveLeg(sectors, inputs.gps, inputs.leg, inputs.view.DataBar);

@@ -127,7 +127,7 @@ void PaintMapView(platform::Canvas& view, MapReadouts* readouts, const ViewInput
         state.InvalidSignalPending = 1;
     if (state.InvalidSignalPending == 1) {
         state.InvalidSignalPending = 0;
-        AcknowledgeVoidFix();
+        AcknowledgeVoidFix(in.gps);
         view.SetFont({12, true});
         view.DrawText(kInvalidSignalText, {0, 100, 240, 130},
                       platform::kTextCenter | platform::kTextVCenter | platform::kTextSingleLine,

@@ -5,8 +5,8 @@
 #include <array>
 #include <string>
 
+#include "gps/direction_reference.hpp"
 #include "platform/canvas.hpp"
-#include "utilities/direction_reference.hpp"
 
 namespace aerix {
 

@@ -53,13 +53,11 @@ class FlightScenarioTest : public ::testing::Test {
             s.GroundSpeed = 240;
             WriteSector(h, s);
         }
-        InstallPlanLegSource();
     }
-    void TearDown() override { SetSimLegSource({}); }
 
     // What the window does on each fix: take the fix and prepare the instruments' frame.
     InstrumentFrameInput Paint() {
-        TakeFixSnapshot();
+        TakeFixSnapshot(g_app.gps);
         return PrepareInstrumentFrame({g_app.view, g_app.settings, g_app.gps, g_app.leg},
                                       g_app.nav);
     }
@@ -75,7 +73,7 @@ TEST_F(FlightScenarioTest, DirectToInTheMiddleThenThePlanFromWhereItEnds) {
     std::string barDuringDirect, dtkDuringDirect;
     std::size_t routeDuringDirect = 0;
     double trackAfter = -1;
-    SimulatorThread(stop.get_token(), [&](int) {
+    SimulatorThread(stop.get_token(), g_app.gps, g_app.leg, PlanLegSource(), [&](int) {
         InstrumentFrameInput in = Paint();
         ++step;
         if (step == 20) {

@@ -50,6 +50,10 @@ bool WaitUntil(const std::function<bool()>& pred) {
     return true;
 }
 
+FeedWiring Feeds(FeedCommandSink commands) {
+    return FeedWiring{g_app.gps, g_app.leg, g_app.settings, std::move(commands), {}};
+}
+
 bool WaitForFix(std::uint64_t seen) {
     return WaitUntil([&] { return g_app.gps.PublishedFix.WaitNewer(seen, 50) != seen; });
 }

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <thread>
 
+#include "gps/feeds.hpp"
+
 namespace aerix::testing {
 
 class PseudoTerminal {
@@ -26,6 +28,10 @@ class PseudoTerminal {
 
 // Polls until pred holds; false after 10 s (a hang, not a speed check).
 bool WaitUntil(const std::function<bool()>& pred);
+
+// The program's groups, with `commands` for the feeds' own stop commands (none: the stop runs
+// at once on the feed's thread).
+FeedWiring Feeds(FeedCommandSink commands = {});
 
 // Waits for the next publication of g_app.gps.PublishedFix after `seen`; false on a hang.
 bool WaitForFix(std::uint64_t seen);

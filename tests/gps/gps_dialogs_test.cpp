@@ -18,7 +18,8 @@ TEST(GpsSetupDialog, ListsPortsAndRatesWithTheStoredOnesSelected) {
     testing::TestPlatform platform;
     g_app.settings.PortName.assign(u"NavM");
     g_app.settings.BaudRate = 38400;
-    GpsSetupDialogModel model([] { return std::vector<std::string>{"/dev/ttyUSB0"}; });
+    GpsSetupDialogModel model(g_app.gps, g_app.settings,
+                              [] { return std::vector<std::string>{"/dev/ttyUSB0"}; });
     std::vector<std::u16string> ports = {u"COM1:",  u"COM2:",        u"COM3:", u"COM4:",
                                          u"COM5:",  u"COM6:",        u"COM7:", u"COM8:",
                                          u"Navman", u"/dev/ttyUSB0", u"gpsd"};
@@ -47,7 +48,7 @@ TEST(GpsSetupDialog, OkStoresTheChoices) {
         g_app.settings.PortName.assign(u"COM1:");
         g_app.gps.PortDevice.clear();
         g_app.settings.BaudRate = 4800;
-        GpsSetupDialogModel model(NoDevices);
+        GpsSetupDialogModel model(g_app.gps, g_app.settings, NoDevices);
         model.SetPortText(c.text);
         model.SelectBaud(1);
         ASSERT_TRUE(model.Ok());
@@ -55,7 +56,7 @@ TEST(GpsSetupDialog, OkStoresTheChoices) {
         EXPECT_EQ(g_app.gps.PortDevice.view(), c.device);
         EXPECT_EQ(g_app.settings.BaudRate, 2400u);
     }
-    GpsSetupDialogModel model(NoDevices);
+    GpsSetupDialogModel model(g_app.gps, g_app.settings, NoDevices);
     EXPECT_EQ(model.PortText(), u"gpsd");  // a stored device comes back selected
     for (auto bad : {u"tcp:host", u"COM0:", u"ttyUSB0", u"tcp:h:70000"}) {
         model.SetPortText(bad);
@@ -68,18 +69,18 @@ TEST(GpsSetupDialog, OkStoresTheChoices) {
 TEST(GpsDataDialog, FormatsTheFix) {
     testing::TestPlatform platform;
     GpsFix fix;
-    RmcParser(u"$GPRMC,1,A,4807.038,N,01131.000,E,022.6,5.4,1,1.0,W", fix);
+    ParseRmc("$GPRMC,1,A,4807.038,N,01131.000,E,022.6,5.4,1,1.0,W", fix);
     g_app.gps.PublishedFix.Publish(fix);
     GpsDataDialogModel model;
-    auto texts = model.Texts();
+    auto texts = model.Texts(g_app.gps);
     EXPECT_EQ(texts.position, u"  N48\u00B007.038 E011\u00B031.000");
     EXPECT_EQ(texts.speed, u"23 Kts");
     // 5.4 true with 1.0 W sent by the receiver: 6 magnetic, and it says so.
     EXPECT_EQ(texts.track, u"006\u00B0M");
     // A receiver that sends no variation: the model's at 48 N 11.5 E (about 4.5 E) instead.
-    RmcParser(u"$GPRMC,1,A,4807.038,N,01131.000,E,022.6,5.4,1,,", fix);
+    ParseRmc("$GPRMC,1,A,4807.038,N,01131.000,E,022.6,5.4,1,,", fix);
     g_app.gps.PublishedFix.Publish(fix);
-    EXPECT_EQ(model.Texts().track, u"001\u00B0M");
+    EXPECT_EQ(model.Texts(g_app.gps).track, u"001\u00B0M");
     model.Close();
     EXPECT_EQ(platform.Ui().Titles(), std::vector<std::string>{"Aerix"});
 }
@@ -87,15 +88,15 @@ TEST(GpsDataDialog, FormatsTheFix) {
 TEST(PortDeviceSetting, SurvivesARestart) {
     testing::TestPlatform platform;
     g_app.gps.PortDevice.assign(u"tcp:192.168.1.10:10110");
-    ASSERT_TRUE(SavePortDevice());
+    ASSERT_TRUE(SavePortDevice(g_app.gps));
     platform.Restart();
     EXPECT_TRUE(g_app.gps.PortDevice.empty());
-    LoadPortDevice();
+    LoadPortDevice(g_app.gps);
     EXPECT_EQ(g_app.gps.PortDevice.view(), u"tcp:192.168.1.10:10110");
     g_app.gps.PortDevice.clear();
-    ASSERT_TRUE(SavePortDevice());
+    ASSERT_TRUE(SavePortDevice(g_app.gps));
     platform.Restart();
-    LoadPortDevice();
+    LoadPortDevice(g_app.gps);
     EXPECT_TRUE(g_app.gps.PortDevice.empty());
 }
 

@@ -8,7 +8,6 @@
 
 #include "app/state/app_state.hpp"
 #include "feed_test_support.hpp"
-#include "gps/feed_commands.hpp"
 #include "gps/feeds.hpp"
 #include "gps/gps_port.hpp"
 #include "gps/gps_reader.hpp"
@@ -18,6 +17,7 @@
 namespace aerix {
 namespace {
 
+using testing::Feeds;
 using testing::PseudoTerminal;
 using testing::WaitForFix;
 using testing::WaitUntil;
@@ -32,23 +32,20 @@ class GpsReaderTest : public ::testing::Test {
         g_app.settings.BaudRate = 4800;
         g_app.gps.PortDevice.assign(Utf8ToUtf16(pty.SlavePath()));
     }
-    ~GpsReaderTest() override {
-        SetFeedCommandSink({});
-        DisconnectGps();
-    }
+    ~GpsReaderTest() override { DisconnectGps(g_app.gps, g_app.settings); }
     std::string Recording() {
         return testing::ReadFile(platform.Data().Resolve("\\My Documents\\GpsData.txt"));
     }
     // One connection that delivers `bytes` (in pieces) and waits for the fix it gives.
     void Session(const std::vector<std::string>& pieces) {
-        ASSERT_TRUE(ConnectGps());
+        ASSERT_TRUE(ConnectGps(Feeds()));
         auto seen = g_app.gps.PublishedFix.Sequence();
         for (const auto& piece : pieces) {
             pty.Write(piece);
             std::this_thread::sleep_for(std::chrono::milliseconds(2));
         }
         ASSERT_TRUE(WaitForFix(seen));
-        DisconnectGps();
+        DisconnectGps(g_app.gps, g_app.settings);
     }
 
     testing::TestPlatform platform;
@@ -78,10 +75,11 @@ TEST_F(GpsReaderTest, AssemblesSplitSentencesRecordsRmcOnlyAndAppendsOrOverwrite
 TEST_F(GpsReaderTest, SilenceGivesAVoidFixAndCloseEndsTheReader) {
     const char* step = nullptr;
     int error = 0;
-    auto port = OpenPortSource(Utf8ToUtf16(pty.SlavePath()), &step, &error);
+    auto port =
+        OpenPortSource(Utf8ToUtf16(pty.SlavePath()), g_app.settings.BaudRate, &step, &error);
     ASSERT_TRUE(port) << step << " " << error;
     auto seen = g_app.gps.PublishedFix.Sequence();
-    std::jthread reader(GpsReaderThread, port, 20);
+    std::jthread reader(GpsReaderThread, Feeds(), port, 20);
     pty.Write(kRmc);
     ASSERT_TRUE(WaitUntil([&] { return g_app.gps.PublishedFix.Snapshot().latitude != 0; }));
     ASSERT_TRUE(WaitUntil([&] { return g_app.gps.PublishedFix.Snapshot().FixVoid == 1; }));
@@ -94,8 +92,7 @@ TEST_F(GpsReaderTest, SilenceGivesAVoidFixAndCloseEndsTheReader) {
 
 TEST_F(GpsReaderTest, FarEndClosingIsReportedAndDisconnects) {
     std::promise<FeedCommand> command;
-    SetFeedCommandSink([&](FeedCommand c) { command.set_value(c); });
-    ASSERT_TRUE(ConnectGps());
+    ASSERT_TRUE(ConnectGps(Feeds([&](FeedCommand c) { command.set_value(c); })));
     pty.Write("$GPRMC,1234");
     pty.CloseMaster();
     auto future = command.get_future();
@@ -105,13 +102,13 @@ TEST_F(GpsReaderTest, FarEndClosingIsReportedAndDisconnects) {
     ASSERT_EQ(boxes.size(), 1u);
     EXPECT_EQ(boxes[0].text, "Communications Error 5 \r\nReading comms port.");
     EXPECT_EQ(boxes[0].caption, "");
-    DisconnectGps();  // what the main window does with the command
+    DisconnectGps(g_app.gps, g_app.settings);  // what the main window does with the command
     EXPECT_EQ(g_app.gps.GpsPort, nullptr);
     EXPECT_EQ(g_app.settings.GpsSource, kSourceNone);
 }
 
 TEST_F(GpsReaderTest, ConnectReplacesARunningSimulation) {
-    ASSERT_TRUE(StartSimulation());
+    ASSERT_TRUE(StartSimulation(Feeds()));
     Session({kRmc});
     EXPECT_EQ(platform.Ui().Titles(),
               (std::vector<std::string>{"Simulated GPS data", "Realtime GPS data", "Aerix"}));
@@ -129,8 +126,8 @@ TEST_F(GpsReaderTest, OpenFailuresAreReportedWithTheirStep) {
     };
     for (const auto& c : cases) {
         platform.Ui().Clear();
-        SetConfiguredPortName(c.port);
-        EXPECT_FALSE(ConnectGps());
+        SetConfiguredPortName(g_app.gps, g_app.settings, c.port);
+        EXPECT_FALSE(ConnectGps(Feeds()));
         EXPECT_EQ(platform.Ui().BoxTexts(), std::vector<std::string>{c.box});
         EXPECT_EQ(g_app.settings.GpsSource, kSourceNone);
         EXPECT_EQ(g_app.gps.GpsPort, nullptr);
@@ -155,7 +152,7 @@ TEST_F(GpsReaderTest, NavmanIsFoundInTheActiveDriversAndRunsAt57600) {
     ASSERT_EQ(FindNavmanPort(buffer, 64), 1);
     EXPECT_EQ(std::u16string(buffer), Utf8ToUtf16(pty.SlavePath()));
 
-    SetConfiguredPortName(u"NavM");
+    SetConfiguredPortName(g_app.gps, g_app.settings, u"NavM");
     g_app.settings.BaudRate = 1200;
     Session({kRmc});
     EXPECT_EQ(g_app.settings.BaudRate, 57600u);
@@ -186,15 +183,16 @@ TEST_F(GpsReaderTest, TcpFeedGoesThroughTheSameReader) {
     ASSERT_EQ(::listen(server, 1), 0);
     socklen_t length = sizeof address;
     ::getsockname(server, reinterpret_cast<sockaddr*>(&address), &length);
-    SetConfiguredPortName(Utf8ToUtf16("tcp:127.0.0.1:" + std::to_string(ntohs(address.sin_port))));
+    SetConfiguredPortName(g_app.gps, g_app.settings,
+                          Utf8ToUtf16("tcp:127.0.0.1:" + std::to_string(ntohs(address.sin_port))));
     auto seen = g_app.gps.PublishedFix.Sequence();
-    ASSERT_TRUE(ConnectGps());
+    ASSERT_TRUE(ConnectGps(Feeds()));
     int client = ::accept(server, nullptr, nullptr);
     ASSERT_GE(client, 0);
     ASSERT_EQ(::write(client, kRmc.data(), kRmc.size()), static_cast<ssize_t>(kRmc.size()));
     ASSERT_TRUE(WaitForFix(seen));
     EXPECT_DOUBLE_EQ(g_app.gps.PublishedFix.Snapshot().longitude, 69100.0);
-    DisconnectGps();
+    DisconnectGps(g_app.gps, g_app.settings);
     ::close(client);
     ::close(server);
 }

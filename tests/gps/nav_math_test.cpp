@@ -163,7 +163,7 @@ TEST(FormatPosition, WritesDegreesAndDecimalMinutes) {
         ResetAppState();
         g_app.gps.Fix.latitude = c.lat;
         g_app.gps.Fix.longitude = c.lon;
-        FormatPosition();
+        FormatPosition(g_app.gps.Fix);
         EXPECT_EQ(g_app.gps.Fix.positionText.utf8(), c.text);
     }
     ResetAppState();

@@ -3,7 +3,6 @@
 #include <future>
 
 #include "app/state/app_state.hpp"
-#include "gps/feed_commands.hpp"
 #include "gps/feeds.hpp"
 #include "support/test_platform.hpp"
 
@@ -14,14 +13,18 @@ const std::string kRmc = "$GPRMC,123519,A,4807.038,N,01131.000,E,022.4,084.4,230
 
 class PlaybackTest : public ::testing::Test {
   protected:
-    PlaybackTest() {
-        g_app.settings.ViewMode = kViewInstruments;
-        SetFeedCommandSink([this](FeedCommand c) {
-            StopPlayback();  // as the main window does with the command
-            stopped.set_value(c);
-        });
+    PlaybackTest() { g_app.settings.ViewMode = kViewInstruments; }
+    FeedWiring Feeds() {
+        return FeedWiring{g_app.gps,
+                          g_app.leg,
+                          g_app.settings,
+                          [this](FeedCommand c) {
+                              // as the main window does with the command
+                              StopPlayback(g_app.gps, g_app.settings);
+                              stopped.set_value(c);
+                          },
+                          {}};
     }
-    ~PlaybackTest() override { SetFeedCommandSink({}); }
     FeedCommand WaitForStop() {
         auto f = stopped.get_future();
         EXPECT_EQ(f.wait_for(std::chrono::seconds(10)), std::future_status::ready);
@@ -49,7 +52,7 @@ TEST_F(PlaybackTest, PacesEveryLineAndParsesOnlyRmc) {
         int invalidations = platform.Ui().InvalidateCount();
         std::int64_t slept = platform.Clock().SleptMs();
         stopped = {};
-        ASSERT_TRUE(StartPlayback(c.fast));
+        ASSERT_TRUE(StartPlayback(Feeds(), c.fast));
         EXPECT_EQ(WaitForStop(), FeedCommand::StopPlayback);
         EXPECT_EQ(platform.Clock().SleptMs() - slept, 61 * c.pauseMs);
         EXPECT_EQ(platform.Ui().InvalidateCount() - invalidations, 60);
@@ -63,7 +66,7 @@ TEST_F(PlaybackTest, PacesEveryLineAndParsesOnlyRmc) {
 }
 
 TEST_F(PlaybackTest, MissingFileStopsAtOnce) {
-    ASSERT_TRUE(StartPlayback(false));
+    ASSERT_TRUE(StartPlayback(Feeds(), false));
     EXPECT_EQ(WaitForStop(), FeedCommand::StopPlayback);
     EXPECT_EQ(platform.Clock().SleepCount(), 0);
     EXPECT_EQ(g_app.settings.GpsSource, kSourceNone);
@@ -71,21 +74,21 @@ TEST_F(PlaybackTest, MissingFileStopsAtOnce) {
 
 TEST_F(PlaybackTest, FastFlagSurvivesANormalStartUntilStopped) {
     Record(kRmc);
-    ASSERT_TRUE(StartPlayback(true));
+    ASSERT_TRUE(StartPlayback(Feeds(), true));
     WaitForStop();
     g_app.gps.PlaybackFast.store(1);  // a fast playback that was never stopped
     stopped = {};
     std::int64_t slept = platform.Clock().SleptMs();
-    ASSERT_TRUE(StartPlayback(false));
+    ASSERT_TRUE(StartPlayback(Feeds(), false));
     WaitForStop();
     EXPECT_EQ(platform.Clock().SleptMs() - slept, 100);
 }
 
 TEST_F(PlaybackTest, FeedsRefuseOutsideTheMapAndInstrumentViews) {
     g_app.settings.ViewMode = kViewPlan;
-    EXPECT_FALSE(StartPlayback(false));
-    EXPECT_FALSE(StartSimulation());
-    EXPECT_FALSE(ConnectGps());
+    EXPECT_FALSE(StartPlayback(Feeds(), false));
+    EXPECT_FALSE(StartSimulation(Feeds()));
+    EXPECT_FALSE(ConnectGps(Feeds()));
     auto boxes = platform.Ui().Boxes();
     ASSERT_EQ(boxes.size(), 3u);
     EXPECT_EQ(boxes[0].text, "Select Map, HSI or AERIX view before GPS data playback");

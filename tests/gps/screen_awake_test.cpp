@@ -3,7 +3,6 @@
 
 #include "app/state/app_state.hpp"
 #include "feed_test_support.hpp"
-#include "gps/feed_commands.hpp"
 #include "gps/feeds.hpp"
 #include "gps/gps_port.hpp"
 #include "platform/screen_awake.hpp"
@@ -24,34 +23,33 @@ TEST(ScreenAwake, HeldWhileAFeedRunsAndReleasedWhenItStops) {
     platform::Sys().screenAwake = &awake;
     g_app.settings.ViewMode = kViewMap;
 
-    ASSERT_TRUE(StartSimulation());
+    ASSERT_TRUE(StartSimulation(testing::Feeds()));
     EXPECT_TRUE(awake.Held());
     // Playback of a missing file stops itself; the simulation still holds the screen.
     std::atomic<bool> playbackStopped{false};
-    SetFeedCommandSink([&](FeedCommand) {
-        StopPlayback();
-        playbackStopped = true;
-    });
-    ASSERT_TRUE(StartPlayback(false));
+    ASSERT_TRUE(StartPlayback(testing::Feeds([&](FeedCommand) {
+                                  StopPlayback(g_app.gps, g_app.settings);
+                                  playbackStopped = true;
+                              }),
+                              false));
     ASSERT_TRUE(testing::WaitUntil([&] { return playbackStopped.load(); }));
     EXPECT_TRUE(awake.Held());
-    StopSimulation();
+    StopSimulation(g_app.gps, g_app.settings);
     EXPECT_FALSE(awake.Held());
     EXPECT_EQ(awake.inhibits, 1);
     EXPECT_EQ(awake.releases, 1);
 
     // A receiver that cannot be opened lets go at once.
-    SetFeedCommandSink({});
-    SetConfiguredPortName(u"/nonexistent/tty");
-    EXPECT_FALSE(ConnectGps());
+    SetConfiguredPortName(g_app.gps, g_app.settings, u"/nonexistent/tty");
+    EXPECT_FALSE(ConnectGps(testing::Feeds()));
     EXPECT_FALSE(awake.Held());
     EXPECT_EQ(awake.inhibits, 2);
     EXPECT_EQ(awake.releases, 2);
 
     // Without a desktop service the feeds run as before.
     platform::Sys().screenAwake = nullptr;
-    ASSERT_TRUE(StartSimulation());
-    StopSimulation();
+    ASSERT_TRUE(StartSimulation(testing::Feeds()));
+    StopSimulation(g_app.gps, g_app.settings);
     EXPECT_EQ(g_app.settings.GpsSource, kSourceNone);
 }
 

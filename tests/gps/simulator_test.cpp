@@ -19,9 +19,10 @@ TEST(SimulationStep, FliesTwoSecondsOfDistanceEachSecond) {
     double lat = 0;
     double lon = 0;
     // Due east at 120 kt from 50N 0E: latitude kept exactly, 120/1800 nm a step.
-    SimulationStep(300000, 0, 90.0, 120, 1, lat, lon);
+    SimulationStep(g_app.gps.SimulatedDistance, 300000, 0, 90.0, 120, 1, lat, lon);
     double first = lat;
-    double returned = SimulationStep(300000, 0, 90.0, 120, 0, lat, lon);
+    double returned =
+        SimulationStep(g_app.gps.SimulatedDistance, 300000, 0, 90.0, 120, 0, lat, lon);
     EXPECT_EQ(lat, first);
     EXPECT_DOUBLE_EQ(lat, 300000.0);
     EXPECT_EQ(returned, lat);
@@ -30,7 +31,7 @@ TEST(SimulationStep, FliesTwoSecondsOfDistanceEachSecond) {
     EXPECT_EQ(platform.Clock().SleptMs(), 2000);
     EXPECT_EQ(platform.Idle().ResetCount(), 2);
     // Due north: 1 nm is 100 CentiMinutes of latitude.
-    SimulationStep(0, 0, 0.0, 1800, 1, lat, lon);
+    SimulationStep(g_app.gps.SimulatedDistance, 0, 0, 0.0, 1800, 1, lat, lon);
     EXPECT_NEAR(lat, 100.0, 1e-9);
     EXPECT_NEAR(lon, 0.0, 1e-12);
 }
@@ -46,15 +47,14 @@ class SimulatorTest : public ::testing::Test {
     SimulatorTest() {
         legs = {
             {60000, 0, 90.0, 5.0, 100}, {60000, 6000, 180.0, -2.0, 120}, {0, 6000, 270.0, 0.0, 90}};
-        SetSimLegSource({[this](int i, SimLeg* leg) {
-                             if (i < 0 || i >= static_cast<int>(legs.size()))
-                                 return false;
-                             *leg = legs[static_cast<std::size_t>(i)];
-                             return true;
-                         },
-                         [this] { return static_cast<int>(legs.size()); }});
+        source = {[this](int i, SimLeg* leg) {
+                      if (i < 0 || i >= static_cast<int>(legs.size()))
+                          return false;
+                      *leg = legs[static_cast<std::size_t>(i)];
+                      return true;
+                  },
+                  [this] { return static_cast<int>(legs.size()); }};
     }
-    ~SimulatorTest() override { SetSimLegSource({}); }
 
     // Runs the simulator, ending each leg after `stepsPerLeg` steps, for `legChanges` changes.
     std::vector<Visit> Fly(int stepsPerLeg, int legChanges) {
@@ -62,7 +62,7 @@ class SimulatorTest : public ::testing::Test {
         std::stop_source stop;
         int steps = 0;
         int changes = 0;
-        SimulatorThread(stop.get_token(), [&](int leg) {
+        SimulatorThread(stop.get_token(), g_app.gps, g_app.leg, source, [&](int leg) {
             GpsFix f = g_app.gps.PublishedFix.Snapshot();
             visits.push_back({leg, f.latitude, f.longitude, f.trueTrack, f.magneticTrack,
                               f.groundSpeed, std::u16string(f.positionText.view())});
@@ -77,6 +77,7 @@ class SimulatorTest : public ::testing::Test {
 
     testing::TestPlatform platform;
     std::vector<SimLeg> legs;
+    SimLegSource source;
 };
 
 TEST_F(SimulatorTest, FliesEachLegFromItsStartAndTheLastOneAgain) {
@@ -125,11 +126,11 @@ TEST_F(SimulatorTest, NoPlanEndsTheSimulation) {
 
 TEST_F(SimulatorTest, StartSimulationDoesNotReplaceARunningFeed) {
     g_app.settings.ViewMode = kViewMap;
-    ASSERT_TRUE(StartSimulation());
+    ASSERT_TRUE(StartSimulation(FeedWiring{g_app.gps, g_app.leg, g_app.settings, {}, source}));
     EXPECT_EQ(g_app.settings.GpsSource, kSourceSimulated);
-    EXPECT_FALSE(StartSimulation());
+    EXPECT_FALSE(StartSimulation(FeedWiring{g_app.gps, g_app.leg, g_app.settings, {}, source}));
     EXPECT_EQ(g_app.gps.SimulatorScreenX, 120);
-    StopSimulation();
+    StopSimulation(g_app.gps, g_app.settings);
     EXPECT_EQ(g_app.settings.GpsSource, kSourceNone);
     EXPECT_FALSE(g_app.gps.GpsThread.joinable());
     EXPECT_EQ(platform.Ui().Titles(), (std::vector<std::string>{"Simulated GPS data", "Aerix"}));

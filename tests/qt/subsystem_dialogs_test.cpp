@@ -201,7 +201,7 @@ TEST_F(SubsystemDialogsTest, GpsSetupStoresATypedAddressAndRefusesNonsense) {
         Click(d, "ok");
     });
     EXPECT_EQ(result, kDialogOk);
-    EXPECT_EQ(ConfiguredPortName(), u"tcp:localhost:2947");
+    EXPECT_EQ(ConfiguredPortName(g_app.gps, g_app.settings), u"tcp:localhost:2947");
     EXPECT_EQ(g_app.settings.BaudRate, 9600u);
 }
 

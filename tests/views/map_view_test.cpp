@@ -316,7 +316,7 @@ TEST_F(MapViewTest, SequencesOnlyOnAFixThatHasLeftTheWaypointBehind) {
         if (c.published)
             g_app.gps.PublishedFix.Publish(fix);
         if (c.feedRestarted)
-            MarkFeedStart();
+            MarkFeedStart(g_app.gps);
         g_app.gps.Fix = fix;
         RecordingCanvas view;
         UpdateActiveLeg(view, {g_app.view, g_app.settings, g_app.gps, g_app.leg},
@@ -507,7 +507,7 @@ class MapInFlightTest : public MapViewTest {
         fix.trueTrack = 90;
         fix.positionKnown = true;
         g_app.gps.PublishedFix.Publish(fix);
-        TakeFixSnapshot();
+        TakeFixSnapshot(g_app.gps);
     }
     std::string Paint(bool centre) {
         RecordingCanvas view;

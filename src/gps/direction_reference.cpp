@@ -1,4 +1,4 @@
-#include "utilities/direction_reference.hpp"
+#include "gps/direction_reference.hpp"
 
 #include <cmath>
 #include <cstdio>
