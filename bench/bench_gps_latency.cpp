@@ -15,7 +15,7 @@
 #include <thread>
 #include <vector>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "gps/gps_port.hpp"
 #include "gps/gps_reader.hpp"
 #include "platform/services.hpp"

@@ -6,7 +6,7 @@
 #include <QGuiApplication>
 #include <random>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "platform/recording_canvas.hpp"
 #include "qt/graphics/qt_graphics.hpp"
 #include "views/instrument_frame.hpp"

@@ -8,7 +8,7 @@
 #include <fstream>
 #include <string>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "gps/position_text.hpp"
 #include "qt/graphics/qt_graphics.hpp"
 #include "support/test_platform.hpp"

@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "platform/scripted_ui.hpp"
 #include "platform/services.hpp"
 #include "store/airspace_loader.hpp"

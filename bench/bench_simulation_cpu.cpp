@@ -14,7 +14,7 @@
 #include "app/command_ids.hpp"
 #include "app/main_window.hpp"
 #include "app/plan_legs.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "platform/services.hpp"
 #include "qt/graphics/qpainter_canvas.hpp"
 #include "store/record_store.hpp"

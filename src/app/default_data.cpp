@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "aircraft/aircraft.hpp"
+#include "app/app_state.hpp"
 #include "app/default_nav_database.hpp"
-#include "app/state/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "store/record_store.hpp"
 

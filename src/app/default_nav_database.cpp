@@ -4,7 +4,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "platform/data_root.hpp"
 #include "platform/disk_space.hpp"
 #include "platform/numbered_backup.hpp"

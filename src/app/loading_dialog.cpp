@@ -1,6 +1,6 @@
 #include "app/loading_dialog.hpp"
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "store/airspace_loader.hpp"
 #include "store/nav_database_loader.hpp"
 

@@ -1,11 +1,11 @@
 #include "app/main_window.hpp"
 
+#include "app/app_state.hpp"
 #include "app/command_ids.hpp"
 #include "app/default_data.hpp"
 #include "app/manual.hpp"
 #include "app/plan_legs.hpp"
-#include "app/state/app_state.hpp"
-#include "app/state/view_hot_keys.hpp"
+#include "app/view_hot_keys.hpp"
 #include "gps/feeds.hpp"
 #include "gps/fix_publication.hpp"
 #include "gps/gps_port.hpp"

@@ -1,6 +1,6 @@
 #include "app/plan_legs.hpp"
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "gps/simulator.hpp"
 #include "platform/services.hpp"
 #include "store/record_store.hpp"

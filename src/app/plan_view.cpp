@@ -4,7 +4,7 @@
 #include <string>
 
 #include "aircraft/fuel_plan_dialog.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "planning/flight_log.hpp"
 #include "platform/text.hpp"
 

@@ -7,7 +7,7 @@
 #include <QRadioButton>
 
 #include "aircraft/fuel_plan_dialog.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "qt/dialog_frame.hpp"
 #include "qt/widget_support.hpp"
 

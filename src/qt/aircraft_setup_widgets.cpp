@@ -12,7 +12,7 @@
 
 #include "aircraft/aircraft_setup_dialog.hpp"
 #include "aircraft/weight_balance.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "qt/aircraft_dialog_widgets.hpp"
 #include "qt/dialog_frame.hpp"
 #include "qt/widget_support.hpp"

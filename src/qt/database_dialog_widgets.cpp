@@ -10,7 +10,7 @@
 #include <functional>
 #include <vector>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "platform/message_box.hpp"
 #include "qt/dialog_frame.hpp"
 #include "qt/widget_support.hpp"

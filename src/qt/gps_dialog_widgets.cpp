@@ -6,7 +6,7 @@
 #include <QFormLayout>
 #include <QTimer>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "gps/gps_data_dialog.hpp"
 #include "gps/gps_setup_dialog.hpp"
 #include "platform/services.hpp"

@@ -11,7 +11,7 @@
 #include <iostream>
 
 #include "app/command_ids.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "platform/data_root.hpp"
 #include "platform/services.hpp"
 #include "qt/automation.hpp"

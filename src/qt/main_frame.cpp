@@ -10,7 +10,7 @@
 #include <QVBoxLayout>
 
 #include "app/command_ids.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "qt/graphics/qpainter_canvas.hpp"
 
 namespace aerix::qt {

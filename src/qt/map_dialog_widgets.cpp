@@ -7,7 +7,7 @@
 #include <QHBoxLayout>
 #include <QListWidget>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "qt/dialog_frame.hpp"
 #include "qt/widget_support.hpp"
 #include "views/map_management.hpp"

@@ -4,7 +4,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "planning/plan_dialogs.hpp"
 #include "platform/text.hpp"
 #include "qt/dialog_frame.hpp"

@@ -11,7 +11,7 @@
 #include <optional>
 #include <vector>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "planning/sector_dialog.hpp"
 #include "planning/waypoint_search.hpp"
 #include "planning/wind_table_dialog.hpp"

@@ -10,7 +10,7 @@
 #include <QTimer>
 
 #include "app/loading_dialog.hpp"
-#include "app/state/preferences_dialog.hpp"
+#include "app/preferences_dialog.hpp"
 #include "platform/services.hpp"
 #include "qt/dialog_frame.hpp"
 #include "qt/qt_dialog_host.hpp"

@@ -12,7 +12,7 @@
 #include <functional>
 #include <vector>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "qt/dialog_frame.hpp"
 #include "qt/widget_support.hpp"
 #include "utilities/altitude_dialogs.hpp"

@@ -8,7 +8,7 @@
 
 #include "aircraft/envelope_graph.hpp"
 #include "aircraft/weight_balance_dialogs.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "platform/text.hpp"
 #include "qt/aircraft_dialog_widgets.hpp"
 #include "qt/dialog_frame.hpp"

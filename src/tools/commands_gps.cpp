@@ -7,7 +7,7 @@
 #include <stop_token>
 
 #include "app/plan_legs.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "gps/feeds.hpp"
 #include "gps/gps_port.hpp"
 #include "gps/nav_math.hpp"

@@ -6,7 +6,7 @@
 #include <iostream>
 #include <sstream>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "platform/registry.hpp"
 #include "platform/text.hpp"
 #include "settings/settings.hpp"

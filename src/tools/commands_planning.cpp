@@ -7,7 +7,7 @@
 #include "aircraft/aircraft.hpp"
 #include "aircraft/fuel_plan_dialog.hpp"
 #include "app/default_data.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "planning/flight_log.hpp"
 #include "planning/plan_dialogs.hpp"
 #include "planning/sector_computation.hpp"

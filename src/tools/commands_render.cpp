@@ -6,7 +6,7 @@
 
 #include "app/default_data.hpp"
 #include "app/main_window.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "gps/fix_publication.hpp"
 #include "gps/position_text.hpp"
 #include "planning/plan_dialogs.hpp"

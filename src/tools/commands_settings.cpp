@@ -1,7 +1,7 @@
 // settings: every persisted setting after the first-run defaults and the load, by registry name.
 #include <CLI/CLI.hpp>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "settings/settings.hpp"
 #include "tools/tool_context.hpp"
 

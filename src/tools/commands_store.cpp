@@ -4,7 +4,7 @@
 #include <iostream>
 
 #include "app/default_data.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "platform/disk_space.hpp"
 #include "platform/object_store.hpp"
 #include "platform/text.hpp"

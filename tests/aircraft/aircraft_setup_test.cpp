@@ -7,7 +7,7 @@
 #include "aircraft/aircraft_setup_dialog.hpp"
 #include "aircraft/weight_balance_dialogs.hpp"
 #include "app/default_data.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "platform/sqlite.hpp"
 #include "store/record_store.hpp"
 #include "test_platform.hpp"

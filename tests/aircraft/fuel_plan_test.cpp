@@ -4,7 +4,7 @@
 #include "aircraft/aircraft.hpp"
 #include "aircraft/fuel_plan_dialog.hpp"
 #include "app/default_data.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "store/record_store.hpp"
 #include "test_platform.hpp"
 

@@ -10,7 +10,7 @@
 #include "aircraft/weight_balance.hpp"
 #include "aircraft/weight_balance_dialogs.hpp"
 #include "app/default_data.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "platform/recording_canvas.hpp"
 #include "test_platform.hpp"
 

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "store/record_store.hpp"
 #include "support/test_platform.hpp"
 

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "platform/volume_file.hpp"
 #include "store/nav_database_loader.hpp"
 #include "store/nav_volume_scope.hpp"

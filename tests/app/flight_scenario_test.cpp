@@ -5,7 +5,7 @@
 #include <string>
 
 #include "app/plan_legs.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "gps/fix_publication.hpp"
 #include "gps/nav_math.hpp"
 #include "gps/simulator.hpp"

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "app/default_data.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "planning/flight_log.hpp"
 #include "planning/sector_computation.hpp"
 #include "platform/recording_canvas.hpp"

@@ -1,8 +1,8 @@
-#include "app/state/preferences_dialog.hpp"
+#include "app/preferences_dialog.hpp"
 
 #include <gtest/gtest.h>
 
-#include "app/state/view_hot_keys.hpp"
+#include "app/view_hot_keys.hpp"
 #include "test_platform.hpp"
 
 namespace aerix {

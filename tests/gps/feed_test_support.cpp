@@ -4,7 +4,7 @@
 #include <termios.h>
 #include <unistd.h>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 
 namespace aerix::testing {
 

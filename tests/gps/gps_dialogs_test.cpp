@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "gps/gps_data_dialog.hpp"
 #include "gps/gps_setup_dialog.hpp"
 #include "gps/port_device_setting.hpp"

@@ -6,7 +6,7 @@
 #include <unistd.h>
 #include <future>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "feed_test_support.hpp"
 #include "gps/feeds.hpp"
 #include "gps/gps_port.hpp"

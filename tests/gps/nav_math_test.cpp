@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "gps/position_text.hpp"
 
 namespace aerix {

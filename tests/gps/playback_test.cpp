@@ -2,7 +2,7 @@
 
 #include <future>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "gps/feeds.hpp"
 #include "support/test_platform.hpp"
 

@@ -1,7 +1,7 @@
 // The desktop is asked to keep the screen awake while a feed runs, and let go when it stops.
 #include <gtest/gtest.h>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "feed_test_support.hpp"
 #include "gps/feeds.hpp"
 #include "gps/gps_port.hpp"

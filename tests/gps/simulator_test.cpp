@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "gps/feeds.hpp"
 #include "gps/position_text.hpp"
 #include "gps/simulation_step.hpp"

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "app/default_data.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "planning/sector_computation.hpp"
 #include "store/record_store.hpp"
 #include "test_platform.hpp"

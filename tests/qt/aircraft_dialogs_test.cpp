@@ -15,7 +15,7 @@
 
 #include "aircraft/aircraft.hpp"
 #include "app/default_data.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "dialog_driver.hpp"
 #include "planning/sector_computation.hpp"
 #include "qt/qt_dialog_host.hpp"

@@ -14,7 +14,7 @@
 #include <functional>
 
 #include "app/default_data.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "qt/qt_dialog_host.hpp"
 #include "qt/subsystem_dialogs.hpp"
 #include "test_platform.hpp"

@@ -8,7 +8,7 @@
 #include <QTimer>
 #include <functional>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "qt/qt_dialog_host.hpp"
 #include "test_platform.hpp"
 

@@ -7,7 +7,7 @@
 #include <QLabel>
 
 #include "app/command_ids.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "qt/graphics/qt_graphics.hpp"
 #include "qt/main_frame.hpp"
 #include "qt/qt_ui.hpp"

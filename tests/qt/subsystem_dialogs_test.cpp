@@ -15,7 +15,7 @@
 #include <functional>
 
 #include "app/default_data.hpp"
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "dialog_driver.hpp"
 #include "gps/gps_port.hpp"
 #include "planning/sector_computation.hpp"

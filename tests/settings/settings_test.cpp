@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <map>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "test_platform.hpp"
 
 namespace aerix {

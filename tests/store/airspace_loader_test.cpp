@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "store/airspace_loader.hpp"
 #include "store/field_splitter.hpp"
 #include "test_platform.hpp"

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "platform/ui.hpp"
 #include "store/nav_database_chooser.hpp"
 #include "test_platform.hpp"

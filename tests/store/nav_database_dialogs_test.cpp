@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "store/nav_database_dialogs.hpp"
 #include "test_platform.hpp"
 

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "store/nav_database_loader.hpp"
 #include "store/nav_volume_scope.hpp"
 #include "store/record_store.hpp"

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <string>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "store/airspace_loader.hpp"
 #include "store/field_splitter.hpp"
 #include "store/openair_import.hpp"

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "platform/services.hpp"
 #include "store/record_props.hpp"
 #include "support/test_platform.hpp"

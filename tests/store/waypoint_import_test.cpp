@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "store/csv_line.hpp"
 #include "store/nav_volume_scope.hpp"
 #include "store/record_store.hpp"

@@ -4,7 +4,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 
 namespace aerix::testing {
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "support/test_platform.hpp"
 
 namespace aerix {

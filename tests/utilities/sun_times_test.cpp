@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "support/test_platform.hpp"
 #include "utilities/sun_dialog.hpp"
 

@@ -5,7 +5,7 @@
 #include <condition_variable>
 #include <mutex>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "gps/nav_math.hpp"
 #include "platform/recording_canvas.hpp"
 #include "store/record_store.hpp"

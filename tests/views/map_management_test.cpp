@@ -2,7 +2,7 @@
 // record per chart, also when older versions left several.
 #include <gtest/gtest.h>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "store/record_store.hpp"
 #include "support/test_platform.hpp"
 #include "views/map_management.hpp"

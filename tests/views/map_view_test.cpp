@@ -4,7 +4,7 @@
 #include <cmath>
 #include <filesystem>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 #include "gps/fix_publication.hpp"
 #include "platform/recording_canvas.hpp"
 #include "store/record_store.hpp"

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 
 namespace aerix {
 

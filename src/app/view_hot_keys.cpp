@@ -1,4 +1,4 @@
-#include "app/state/view_hot_keys.hpp"
+#include "app/view_hot_keys.hpp"
 
 #include "platform/services.hpp"
 

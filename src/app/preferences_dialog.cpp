@@ -1,6 +1,6 @@
-#include "app/state/preferences_dialog.hpp"
+#include "app/preferences_dialog.hpp"
 
-#include "app/state/view_hot_keys.hpp"
+#include "app/view_hot_keys.hpp"
 #include "platform/services.hpp"
 
 namespace aerix {

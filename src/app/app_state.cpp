@@ -1,4 +1,4 @@
-#include "app/state/app_state.hpp"
+#include "app/app_state.hpp"
 
 #include <new>
 
