@@ -5,6 +5,7 @@
 #include "app/default_data.hpp"
 #include "app/manual.hpp"
 #include "app/plan_legs.hpp"
+#include "app/start_up.hpp"
 #include "app/view_hot_keys.hpp"
 #include "gps/feeds.hpp"
 #include "gps/fix_publication.hpp"
@@ -88,15 +89,11 @@ void MainWindow::SetPlanOperations(std::function<void()> reverse, std::function<
 }
 
 bool MainWindow::InitInstance() {
-    g_app.settings.PortName.assign(u"COM1:");
     if (host_.RaiseOtherInstance())
         return false;
 
-    CreateDefaultSettings(g_app.settings);
-    LoadSettings(g_app.settings);
-    LoadPortDevice(g_app.gps);
+    StartUp(g_app);
     g_app.view.ViewStateWord = kViewStatePreset;
-    CreateDefaultData();
     // The default charts are drawn once, on the first start (the front end's graphics draw
     // their labels).
     GenerateMissingCharts(DefaultMaps());

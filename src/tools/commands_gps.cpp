@@ -6,8 +6,9 @@
 #include <iostream>
 #include <stop_token>
 
-#include "app/plan_legs.hpp"
 #include "app/app_state.hpp"
+#include "app/plan_legs.hpp"
+#include "app/start_up.hpp"
 #include "gps/feeds.hpp"
 #include "gps/gps_port.hpp"
 #include "gps/nav_math.hpp"
@@ -163,8 +164,7 @@ void AddSimulate(CLI::App& app, ToolContext& ctx) {
         ->check(CLI::PositiveNumber);
     cmd->callback([&ctx, a] {
         ctx.OpenPlatform();
-        CreateDefaultSettings(g_app.settings);
-        LoadSettings(g_app.settings);
+        LoadStartSettings(g_app);
         if (!a->plan.empty())
             g_app.settings.ActivePlanName.assign(Utf8ToUtf16(a->plan));
         platform::VirtualClock clock;

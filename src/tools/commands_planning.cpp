@@ -6,8 +6,9 @@
 
 #include "aircraft/aircraft.hpp"
 #include "aircraft/fuel_plan_dialog.hpp"
-#include "app/default_data.hpp"
 #include "app/app_state.hpp"
+#include "app/default_data.hpp"
+#include "app/start_up.hpp"
 #include "planning/flight_log.hpp"
 #include "planning/plan_dialogs.hpp"
 #include "planning/sector_computation.hpp"
@@ -25,15 +26,6 @@ namespace aerix::tools {
 namespace {
 
 using platform::PropVal;
-
-// What the program does at start before any of these dialogs can run.
-void StartUp(ToolContext& ctx) {
-    ctx.OpenStore();
-    CreateDefaultSettings(g_app.settings);
-    LoadSettings(g_app.settings);
-    CreateDefaultData();
-    RefreshPlanSectorCount(g_app.settings, g_app.plan);
-}
 
 // Throws with the last message box shown since `before`, or with `fallback`.
 [[noreturn]] void FailWithBox(ToolContext& ctx, std::size_t before, const std::string& fallback) {
@@ -61,7 +53,8 @@ void AddWind(CLI::App& app, ToolContext& ctx) {
 
     wind->add_subcommand("list", "The rows in altitude order, as the wind table dialog lists them")
         ->callback([&ctx] {
-            StartUp(ctx);
+            ctx.OpenStore();
+            StartUp(g_app);
             WindTableDialog d{g_app.settings, g_app.plan};
             d.Refresh();
             for (std::size_t i = 0; i < d.Lines().size(); ++i)
@@ -96,7 +89,8 @@ void AddWind(CLI::App& app, ToolContext& ctx) {
     auto* add = wind->add_subcommand("add", "Adds a row");
     addValues(add);
     add->callback([&ctx, write] {
-        StartUp(ctx);
+        ctx.OpenStore();
+        StartUp(g_app);
         write(WindEditDialog::ForAdd());
     });
 
@@ -104,7 +98,8 @@ void AddWind(CLI::App& app, ToolContext& ctx) {
     edit->add_option("INDEX", row->index, "Row, 1 = the lowest altitude")->required();
     addValues(edit);
     edit->callback([&ctx, row, write] {
-        StartUp(ctx);
+        ctx.OpenStore();
+        StartUp(g_app);
         WindTableDialog d{g_app.settings, g_app.plan};
         d.Refresh();
         d.Select(static_cast<int>(
@@ -118,7 +113,8 @@ void AddWind(CLI::App& app, ToolContext& ctx) {
     auto* del = wind->add_subcommand("delete", "Deletes row INDEX (refused below three rows)");
     del->add_option("INDEX", row->index, "Row, 1 = the lowest altitude")->required();
     del->callback([&ctx, row] {
-        StartUp(ctx);
+        ctx.OpenStore();
+        StartUp(g_app);
         WindTableDialog d{g_app.settings, g_app.plan};
         d.Refresh();
         std::size_t count = d.Lines().size();
@@ -138,7 +134,8 @@ void AddWind(CLI::App& app, ToolContext& ctx) {
     at->add_option("ALT", *alt, "Altitude (ft)")->required();
     at->add_flag("--zero", *zero, "From \"ZeroWindTable\"");
     at->callback([&ctx, alt, zero] {
-        StartUp(ctx);
+        ctx.OpenStore();
+        StartUp(g_app);
         WindAtResult w = WindAt(*alt, *zero);
         ctx.Out().Emit(
             {{"direction", w.direction}, {"speed", w.speed}, {"temperature", w.temperature}});
@@ -347,7 +344,8 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
     plan->require_subcommand(1);
 
     plan->add_subcommand("list", "The plans, the active one marked")->callback([&ctx] {
-        StartUp(ctx);
+        ctx.OpenStore();
+        StartUp(g_app);
         for (const auto& name : ListPlans())
             ctx.Out().Emit({{"name", Utf16ToUtf8(name)},
                             {"active", name == g_app.settings.ActivePlanName.view()}});
@@ -357,7 +355,8 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
     auto* create = plan->add_subcommand("new", "Creates an empty plan and makes it active");
     create->add_option("NAME", *name, "Plan name (at most 23 characters)")->required();
     create->callback([&ctx, name] {
-        StartUp(ctx);
+        ctx.OpenStore();
+        StartUp(g_app);
         std::u16string wide = Utf8ToUtf16(*name);
         if (wide.empty() || wide.size() > NewPlanDialog::kMaxName)
             throw ToolFailure("a plan name has 1 to 23 characters");
@@ -374,7 +373,8 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
     auto* open = plan->add_subcommand("open", "Makes a plan active and recomputes it");
     open->add_option("NAME", *name, "Plan name")->required();
     open->callback([&ctx, name] {
-        StartUp(ctx);
+        ctx.OpenStore();
+        StartUp(g_app);
         OpenPlanDialog d{g_app.settings, g_app.plan};
         d.Open();
         const auto& entries = d.Entries();
@@ -390,7 +390,8 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
     auto* del = plan->add_subcommand("delete", "Deletes a plan that is not the active one");
     del->add_option("NAME", *name, "Plan name")->required();
     del->callback([&ctx, name] {
-        StartUp(ctx);
+        ctx.OpenStore();
+        StartUp(g_app);
         DeletePlanDialog d{g_app.settings};
         d.Open();
         const auto& entries = d.Entries();
@@ -408,7 +409,8 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
         "show", "The flight log; with --json each sector as db dump prints it, then the totals");
     show->add_option("NAME", *name, "Plan (default: the active one)");
     show->callback([&ctx, name] {
-        StartUp(ctx);
+        ctx.OpenStore();
+        StartUp(g_app);
         if (!name->empty()) {
             if (!IsPlan(*name))
                 throw ToolFailure("no plan named \"" + *name + "\"");
@@ -423,7 +425,8 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
     add->add_option("TO", sa->to, "Waypoint name or ident, or LAT,LON")->required();
     AddSectorOptions(add, *sa, true);
     add->callback([&ctx, sa] {
-        StartUp(ctx);
+        ctx.OpenStore();
+        StartUp(g_app);
         UseDb(*sa);
         SectorDialog d = SectorDialog::ForNew(g_app.settings, g_app.plan, g_app.nav);
         CheckStart(ctx, d, sa->from);
@@ -436,7 +439,8 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
     insert->add_option("TO", sa->to, "Waypoint name or ident, or LAT,LON")->required();
     AddSectorOptions(insert, *sa, true);
     insert->callback([&ctx, sa] {
-        StartUp(ctx);
+        ctx.OpenStore();
+        StartUp(g_app);
         UseDb(*sa);
         SectorDialog d =
             SectorDialog::ForInsert(g_app.settings, g_app.plan, g_app.nav,
@@ -451,7 +455,8 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
     edit->add_option("--to", sa->to, "New end");
     AddSectorOptions(edit, *sa, false);
     edit->callback([&ctx, sa] {
-        StartUp(ctx);
+        ctx.OpenStore();
+        StartUp(g_app);
         UseDb(*sa);
         auto d = SectorDialog::ForEdit(g_app.settings, g_app.plan, g_app.nav,
                                        ZeroBased(sa->index, g_app.plan.PlanSectorCount, "sector"));
@@ -470,7 +475,8 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
     auto* remove = plan->add_subcommand("delete-sector", "Deletes sector INDEX");
     remove->add_option("INDEX", *index, "Sector number")->required();
     remove->callback([&ctx, index] {
-        StartUp(ctx);
+        ctx.OpenStore();
+        StartUp(g_app);
         std::size_t before = ctx.Ui().BoxTexts().size();
         if (!DeletePlanSector(g_app.settings, g_app.plan,
                               ZeroBased(*index, g_app.plan.PlanSectorCount, "sector")))
@@ -481,7 +487,8 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
 
     plan->add_subcommand("reverse", "Reverses the active plan and recomputes its route")
         ->callback([&ctx] {
-            StartUp(ctx);
+            ctx.OpenStore();
+            StartUp(g_app);
             std::size_t before = ctx.Ui().BoxTexts().size();
             if (!ReversePlan(g_app.settings, g_app.plan))
                 FailWithBox(ctx, before, "plan not reversed");
@@ -493,7 +500,8 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
     auto* recompute = plan->add_subcommand("recompute", "Recomputes the active plan's route");
     recompute->add_flag("--airspeeds", *airspeeds, "Takes the aircraft's true airspeeds again");
     recompute->callback([&ctx, airspeeds] {
-        StartUp(ctx);
+        ctx.OpenStore();
+        StartUp(g_app);
         std::size_t before = ctx.Ui().BoxTexts().size();
         if (!RecomputePlanRoute(g_app.settings, g_app.plan, *airspeeds ? 1 : 0))
             FailWithBox(ctx, before, "plan not recomputed");
@@ -514,7 +522,8 @@ void AddFuel(CLI::App& app, ToolContext& ctx) {
         ->excludes(cont)
         ->excludes(hold);
     fuel->callback([&ctx, a] {
-        StartUp(ctx);
+        ctx.OpenStore();
+        StartUp(g_app);
         FuelPlanDialog d{g_app.settings, g_app.aircraft};
         d.Open();
         if (!a->inTanks.empty()) {
@@ -550,7 +559,8 @@ void AddAircraft(CLI::App& app, ToolContext& ctx) {
     auto* aircraft = app.add_subcommand("aircraft", "The aircraft and the current one");
     aircraft->require_subcommand(1);
     aircraft->add_subcommand("list", "Every aircraft, the current one marked")->callback([&ctx] {
-        StartUp(ctx);
+        ctx.OpenStore();
+        StartUp(g_app);
         for (const AircraftRecord& a : ListAircraft()) {
             ctx.Out().Emit({{"registration", Utf16ToUtf8(a.Name)},
                             {"type", Utf16ToUtf8(a.TypeDesignator)},
@@ -570,7 +580,8 @@ void AddAircraft(CLI::App& app, ToolContext& ctx) {
         "use", "Makes an aircraft current and recomputes the plan with its airspeeds");
     use->add_option("REG", *reg, "Registration")->required();
     use->callback([&ctx, reg] {
-        StartUp(ctx);
+        ctx.OpenStore();
+        StartUp(g_app);
         if (!MakeAircraftCurrent(g_app.settings, g_app.aircraft, Utf8ToUtf16(*reg)))
             throw ToolFailure("no aircraft registered \"" + *reg + "\"");
         std::size_t before = ctx.Ui().BoxTexts().size();

@@ -4,9 +4,10 @@
 #include <cmath>
 #include <optional>
 
+#include "app/app_state.hpp"
 #include "app/default_data.hpp"
 #include "app/main_window.hpp"
-#include "app/app_state.hpp"
+#include "app/start_up.hpp"
 #include "gps/fix_publication.hpp"
 #include "gps/position_text.hpp"
 #include "planning/plan_dialogs.hpp"
@@ -44,15 +45,6 @@ void OpenPlanNamed(const std::string& name) {
     AfterPlanOpened(g_app.settings, g_app.plan, g_app.nav);
 }
 
-// The platform, the default data and the plan, as the window has them.
-void SetUp(ToolContext& ctx) {
-    ctx.OpenStore();
-    CreateDefaultSettings(g_app.settings);
-    LoadSettings(g_app.settings);
-    CreateDefaultData();
-    RefreshPlanSectorCount(g_app.settings, g_app.plan);
-}
-
 void PublishFix(const MapArgs& a) {
     GpsFix fix;
     fix.latitude = a.latitude * kCentiMinutesPerDegree;
@@ -74,7 +66,8 @@ void Save(qt::HeadlessGraphics& headless, const platform::Bitmap& frame, const s
 }
 
 void RenderMap(ToolContext& ctx, const MapArgs& a) {
-    SetUp(ctx);
+    ctx.OpenStore();
+    StartUp(g_app);
     // After the platform: it installs a fresh set of services.
     qt::HeadlessGraphics headless;
     GenerateMissingCharts(DefaultMaps());
@@ -100,7 +93,8 @@ void RenderMap(ToolContext& ctx, const MapArgs& a) {
 }
 
 void RenderInstruments(ToolContext& ctx, const MapArgs& a, bool aerix) {
-    SetUp(ctx);
+    ctx.OpenStore();
+    StartUp(g_app);
     qt::HeadlessGraphics headless;
     if (!a.plan.empty())
         OpenPlanNamed(a.plan);

@@ -2,6 +2,7 @@
 #include <CLI/CLI.hpp>
 
 #include "app/app_state.hpp"
+#include "app/start_up.hpp"
 #include "settings/settings.hpp"
 #include "tools/tool_context.hpp"
 
@@ -11,9 +12,7 @@ void AddSettingsCommands(CLI::App& app, ToolContext& ctx) {
     auto* cmd = app.add_subcommand("settings", "The settings as the program loads them at start");
     cmd->callback([&ctx] {
         ctx.OpenPlatform();
-        g_app.settings.PortName.assign(u"COM1:");  // preset by start-up before the settings load
-        CreateDefaultSettings(g_app.settings);
-        LoadSettings(g_app.settings);
+        LoadStartSettings(g_app);
         const SettingsState& s = g_app.settings;
         ctx.Out().Emit({
             {"AcReg", s.AircraftReg.utf8()},

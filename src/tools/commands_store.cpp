@@ -3,8 +3,9 @@
 #include <cstdio>
 #include <iostream>
 
-#include "app/default_data.hpp"
 #include "app/app_state.hpp"
+#include "app/default_data.hpp"
+#include "app/start_up.hpp"
 #include "platform/disk_space.hpp"
 #include "platform/object_store.hpp"
 #include "platform/text.hpp"
@@ -102,10 +103,7 @@ void AddInit(CLI::App& app, ToolContext& ctx) {
         "init", "First start without a screen: default settings, settings load, default data");
     cmd->callback([&ctx] {
         ctx.OpenPlatform();
-        g_app.settings.PortName.assign(u"COM1:");  // preset by start-up before the settings load
-        CreateDefaultSettings(g_app.settings);
-        LoadSettings(g_app.settings);
-        DefaultNavBuild world = CreateDefaultData();
+        DefaultNavBuild world = StartUp(g_app);
         ChartGeneration charts;
         {
             // After the platform, which installs a fresh set of services.

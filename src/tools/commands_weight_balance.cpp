@@ -9,8 +9,9 @@
 #include "aircraft/aircraft_setup_dialog.hpp"
 #include "aircraft/weight_balance.hpp"
 #include "aircraft/weight_balance_dialogs.hpp"
-#include "app/default_data.hpp"
 #include "app/app_state.hpp"
+#include "app/default_data.hpp"
+#include "app/start_up.hpp"
 #include "platform/text.hpp"
 #include "settings/settings.hpp"
 #include "store/record_store.hpp"
@@ -20,13 +21,6 @@
 namespace aerix::tools {
 
 namespace {
-
-void StartUp(ToolContext& ctx) {
-    ctx.OpenStore();
-    CreateDefaultSettings(g_app.settings);
-    LoadSettings(g_app.settings);
-    CreateDefaultData();
-}
 
 std::string Upper(std::string s) {
     for (char& c : s)
@@ -44,7 +38,8 @@ std::string Joined(const std::vector<std::string>& names) {
 
 // The aircraft named on the command line (or the current one), or a failure listing them all.
 AircraftRecord AircraftNamed(const std::string& reg, platform::CeOid* oid = nullptr) {
-    std::u16string name = reg.empty() ? std::u16string(g_app.settings.AircraftReg.view()) : Utf8ToUtf16(reg);
+    std::u16string name =
+        reg.empty() ? std::u16string(g_app.settings.AircraftReg.view()) : Utf8ToUtf16(reg);
     AircraftRecord a;
     if (!name.empty() && FindAircraft(name, a, oid))
         return a;
@@ -63,7 +58,8 @@ struct WbArgs {
 };
 
 void RunWeightBalance(ToolContext& ctx, const WbArgs& args) {
-    StartUp(ctx);
+    ctx.OpenStore();
+    StartUp(g_app);
     AircraftRecord a = AircraftNamed(args.aircraft);
     std::vector<StationLoad> loads;
     std::vector<std::string> names;
@@ -162,7 +158,8 @@ void RunWeightBalance(ToolContext& ctx, const WbArgs& args) {
 }
 
 void ShowAircraft(ToolContext& ctx, const std::string& reg) {
-    StartUp(ctx);
+    ctx.OpenStore();
+    StartUp(g_app);
     platform::CeOid oid = 0;
     AircraftRecord a = AircraftNamed(reg, &oid);
     auto form = AircraftEditDialog::ForEdit(oid);
