@@ -7,8 +7,8 @@
 
 #include <unistd.h>
 
-#include "app/default_data.hpp"
 #include "app/app_state.hpp"
+#include "app/default_data.hpp"
 #include "planning/sector_computation.hpp"
 #include "platform/scripted_ui.hpp"
 #include "platform/services.hpp"

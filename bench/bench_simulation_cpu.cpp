@@ -11,10 +11,10 @@
 #include <condition_variable>
 #include <mutex>
 
+#include "app/app_state.hpp"
 #include "app/command_ids.hpp"
 #include "app/main_window.hpp"
 #include "app/plan_legs.hpp"
-#include "app/app_state.hpp"
 #include "platform/services.hpp"
 #include "qt/graphics/qpainter_canvas.hpp"
 #include "store/record_store.hpp"

@@ -10,8 +10,8 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "app/command_ids.hpp"
 #include "app/app_state.hpp"
+#include "app/command_ids.hpp"
 #include "platform/data_root.hpp"
 #include "platform/services.hpp"
 #include "qt/automation.hpp"

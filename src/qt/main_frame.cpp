@@ -9,8 +9,8 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
-#include "app/command_ids.hpp"
 #include "app/app_state.hpp"
+#include "app/command_ids.hpp"
 #include "qt/graphics/qpainter_canvas.hpp"
 
 namespace aerix::qt {

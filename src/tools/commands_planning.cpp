@@ -1,4 +1,4 @@
-// wind, plan, fuel, aircraft: the wind table, flight plans and their sectors, the fuel plan and
+// plan, fuel, aircraft: flight plans and their sectors, the fuel plan and
 // the current aircraft, each changing the store exactly as the matching dialog does.
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -27,121 +27,6 @@ namespace {
 
 using platform::PropVal;
 
-// Throws with the last message box shown since `before`, or with `fallback`.
-[[noreturn]] void FailWithBox(ToolContext& ctx, std::size_t before, const std::string& fallback) {
-    auto texts = ctx.Ui().BoxTexts();
-    if (texts.size() > before)
-        throw ToolFailure(texts.back());
-    throw ToolFailure(fallback);
-}
-
-// A 1-based index given on the command line as a 0-based one, checked against count.
-std::uint32_t ZeroBased(int index, std::uint32_t count, const char* what) {
-    if (index < 1 || static_cast<std::uint32_t>(index) > count)
-        throw ToolFailure(std::string("no ") + what + " " + std::to_string(index) + " (there are " +
-                          std::to_string(count) + ")");
-    return static_cast<std::uint32_t>(index - 1);
-}
-
-Json WindRowJson(int index, const std::string& line) {
-    return {{"index", index}, {"line", line}};
-}
-
-void AddWind(CLI::App& app, ToolContext& ctx) {
-    auto* wind = app.add_subcommand("wind", "The wind table (\"WindTable\")");
-    wind->require_subcommand(1);
-
-    wind->add_subcommand("list", "The rows in altitude order, as the wind table dialog lists them")
-        ->callback([&ctx] {
-            ctx.OpenStore();
-            StartUp(g_app);
-            WindTableDialog d{g_app.settings, g_app.plan};
-            d.Refresh();
-            for (std::size_t i = 0; i < d.Lines().size(); ++i)
-                ctx.Out().Emit(WindRowJson(static_cast<int>(i + 1), d.Lines()[i]));
-        });
-
-    struct Row {
-        int index = 0;
-        std::string alt, dir, speed, temp;
-    };
-    auto row = std::make_shared<Row>();
-    auto addValues = [row](CLI::App* cmd) {
-        cmd->add_option("ALT", row->alt, "Altitude (ft)")->required();
-        cmd->add_option("DIR", row->dir, "Direction (degrees true, from)")->required();
-        cmd->add_option("SPEED", row->speed, "Speed (kt)")->required();
-        cmd->add_option("TEMP", row->temp, "Temperature (degrees)")->required();
-    };
-    auto write = [&ctx, row](WindEditDialog edit) {
-        edit.SetText(WindEditDialog::kAltitude, row->alt);
-        edit.SetText(WindEditDialog::kDirection, row->dir);
-        edit.SetText(WindEditDialog::kSpeed, row->speed);
-        edit.SetText(WindEditDialog::kTemperature, row->temp);
-        std::size_t before = ctx.Ui().BoxTexts().size();
-        WindTableDialog d{g_app.settings, g_app.plan};
-        d.Refresh();
-        if (!d.Finish(edit, platform::kIdOk))
-            FailWithBox(ctx, before, "row not written");
-        d.Ok();
-        ctx.Out().Emit({{"rows", d.Lines().size()}});
-    };
-
-    auto* add = wind->add_subcommand("add", "Adds a row");
-    addValues(add);
-    add->callback([&ctx, write] {
-        ctx.OpenStore();
-        StartUp(g_app);
-        write(WindEditDialog::ForAdd());
-    });
-
-    auto* edit = wind->add_subcommand("edit", "Overwrites row INDEX (1 = lowest)");
-    edit->add_option("INDEX", row->index, "Row, 1 = the lowest altitude")->required();
-    addValues(edit);
-    edit->callback([&ctx, row, write] {
-        ctx.OpenStore();
-        StartUp(g_app);
-        WindTableDialog d{g_app.settings, g_app.plan};
-        d.Refresh();
-        d.Select(static_cast<int>(
-            ZeroBased(row->index, static_cast<std::uint32_t>(d.Lines().size()), "wind table row")));
-        auto dialog = d.BeginEdit();
-        if (!dialog)
-            throw ToolFailure("cannot read wind table row " + std::to_string(row->index));
-        write(*dialog);
-    });
-
-    auto* del = wind->add_subcommand("delete", "Deletes row INDEX (refused below three rows)");
-    del->add_option("INDEX", row->index, "Row, 1 = the lowest altitude")->required();
-    del->callback([&ctx, row] {
-        ctx.OpenStore();
-        StartUp(g_app);
-        WindTableDialog d{g_app.settings, g_app.plan};
-        d.Refresh();
-        std::size_t count = d.Lines().size();
-        d.Select(static_cast<int>(
-            ZeroBased(row->index, static_cast<std::uint32_t>(count), "wind table row")));
-        std::size_t before = ctx.Ui().BoxTexts().size();
-        d.Delete();
-        if (d.Lines().size() == count)
-            FailWithBox(ctx, before, "row not deleted");
-        d.Ok();
-        ctx.Out().Emit({{"rows", d.Lines().size()}});
-    });
-
-    auto* at = wind->add_subcommand("at", "Wind and temperature at an altitude");
-    auto alt = std::make_shared<std::int32_t>(0);
-    auto zero = std::make_shared<bool>(false);
-    at->add_option("ALT", *alt, "Altitude (ft)")->required();
-    at->add_flag("--zero", *zero, "From \"ZeroWindTable\"");
-    at->callback([&ctx, alt, zero] {
-        ctx.OpenStore();
-        StartUp(g_app);
-        WindAtResult w = WindAt(*alt, *zero);
-        ctx.Out().Emit(
-            {{"direction", w.direction}, {"speed", w.speed}, {"temperature", w.temperature}});
-    });
-}
-
 // FROM or TO: "LAT,LON" in decimal degrees, else a waypoint of the navigation database, searched
 // by name (by ident with --icao, as the dialogs do with IcaoSearch). When no name matches, an
 // ident typed without --icao is taken if it matches exactly. An exact name or ident wins over
@@ -164,7 +49,7 @@ SectorEnd Resolve(ToolContext& ctx, const std::string& text) {
     }
     if (found.empty()) {
         if (ctx.Ui().BoxTexts().size() > before)
-            FailWithBox(ctx, before, "");
+            ctx.FailWithLastBox(before, "");
         throw ToolFailure("no waypoint matches \"" + text + "\" in " +
                           g_app.settings.NavDatabaseName.utf8());
     }
@@ -257,7 +142,7 @@ void CheckStart(ToolContext& ctx, SectorDialog& d, const std::string& from) {
 void RunSectorDialog(ToolContext& ctx, SectorDialog& d) {
     std::size_t before = ctx.Ui().BoxTexts().size();
     if (d.Ok() != 1)
-        FailWithBox(ctx, before, "sector not written");
+        ctx.FailWithLastBox(before, "sector not written");
     ctx.Out().Emit(
         {{"plan", g_app.settings.ActivePlanName.utf8()}, {"sectors", g_app.plan.PlanSectorCount}});
 }
@@ -365,7 +250,7 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
         d.SetName(wide);
         d.Ok();
         if (ctx.Ui().BoxTexts().size() > before)
-            FailWithBox(ctx, before, "");
+            ctx.FailWithLastBox(before, "");
         SaveSettings(g_app.settings);
         ctx.Out().Emit({{"plan", *name}, {"id", g_app.settings.CurrentPlanId}});
     });
@@ -401,7 +286,7 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
         std::size_t before = ctx.Ui().BoxTexts().size();
         d.Choose(static_cast<int>(it - entries.begin()));
         if (ctx.Ui().BoxTexts().size() > before)
-            FailWithBox(ctx, before, "");
+            ctx.FailWithLastBox(before, "");
         ctx.Out().Emit({{"deleted", *name}});
     });
 
@@ -480,7 +365,7 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
         std::size_t before = ctx.Ui().BoxTexts().size();
         if (!DeletePlanSector(g_app.settings, g_app.plan,
                               ZeroBased(*index, g_app.plan.PlanSectorCount, "sector")))
-            FailWithBox(ctx, before, "sector not deleted");
+            ctx.FailWithLastBox(before, "sector not deleted");
         ctx.Out().Emit({{"plan", g_app.settings.ActivePlanName.utf8()},
                         {"sectors", g_app.plan.PlanSectorCount}});
     });
@@ -491,7 +376,7 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
             StartUp(g_app);
             std::size_t before = ctx.Ui().BoxTexts().size();
             if (!ReversePlan(g_app.settings, g_app.plan))
-                FailWithBox(ctx, before, "plan not reversed");
+                ctx.FailWithLastBox(before, "plan not reversed");
             ctx.Out().Emit({{"plan", g_app.settings.ActivePlanName.utf8()},
                             {"sectors", g_app.plan.PlanSectorCount}});
         });
@@ -504,7 +389,7 @@ void AddPlan(CLI::App& app, ToolContext& ctx) {
         StartUp(g_app);
         std::size_t before = ctx.Ui().BoxTexts().size();
         if (!RecomputePlanRoute(g_app.settings, g_app.plan, *airspeeds ? 1 : 0))
-            FailWithBox(ctx, before, "plan not recomputed");
+            ctx.FailWithLastBox(before, "plan not recomputed");
         ctx.Out().Emit({{"plan", g_app.settings.ActivePlanName.utf8()},
                         {"sectors", g_app.plan.PlanSectorCount}});
     });
@@ -586,7 +471,7 @@ void AddAircraft(CLI::App& app, ToolContext& ctx) {
             throw ToolFailure("no aircraft registered \"" + *reg + "\"");
         std::size_t before = ctx.Ui().BoxTexts().size();
         if (!RecomputePlan(g_app.settings, g_app.plan, 1))
-            FailWithBox(ctx, before, "plan not recomputed");
+            ctx.FailWithLastBox(before, "plan not recomputed");
         SaveSettings(g_app.settings);
         ctx.Out().Emit({{"aircraft", *reg}, {"plan", g_app.settings.ActivePlanName.utf8()}});
     });
@@ -595,7 +480,6 @@ void AddAircraft(CLI::App& app, ToolContext& ctx) {
 }  // namespace
 
 void AddPlanningCommands(CLI::App& app, ToolContext& ctx) {
-    AddWind(app, ctx);
     AddPlan(app, ctx);
     AddFuel(app, ctx);
     AddAircraft(app, ctx);

@@ -25,6 +25,7 @@ int main(int argc, char** argv) {
     AddNavDataCommands(app, ctx);
     AddGpsCommands(app, ctx);
     AddStoreCommands(app, ctx);
+    AddWindCommands(app, ctx);
     AddPlanningCommands(app, ctx);
     AddRenderCommands(app, ctx);
     AddWeightBalanceCommands(app, ctx);

@@ -41,6 +41,20 @@ platform::Platform& ToolContext::OpenStore() {
     return p;
 }
 
+void ToolContext::FailWithLastBox(std::size_t before, const std::string& fallback) {
+    auto texts = ui_.BoxTexts();
+    if (texts.size() > before)
+        throw ToolFailure(texts.back());
+    throw ToolFailure(fallback);
+}
+
+std::uint32_t ZeroBased(int index, std::uint32_t count, const char* what) {
+    if (index < 1 || static_cast<std::uint32_t>(index) > count)
+        throw ToolFailure(std::string("no ") + what + " " + std::to_string(index) + " (there are " +
+                          std::to_string(count) + ")");
+    return static_cast<std::uint32_t>(index - 1);
+}
+
 bool ToolContext::StoreFailureShown() const {
     for (const std::string& text : ui_.BoxTexts()) {
         if (text.starts_with("Could not open database") ||

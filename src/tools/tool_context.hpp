@@ -42,6 +42,9 @@ class ToolContext {
     // Whether a box said the store could not be read or written: the command then exits 1 even
     // when the flow behind it carried on.
     bool StoreFailureShown() const;
+    // Fails the command with the last box a flow showed since `before` (or with fallback): the
+    // planning flows still tell their failures only as boxes.
+    [[noreturn]] void FailWithLastBox(std::size_t before, const std::string& fallback);
 
   private:
     platform::ScriptedUi ui_;
@@ -50,6 +53,9 @@ class ToolContext {
 };
 
 // Each command group adds its subcommands.
+// A 1-based index given on the command line as a 0-based one, checked against count.
+std::uint32_t ZeroBased(int index, std::uint32_t count, const char* what);
+
 void AddMathCommands(CLI::App& app, ToolContext& ctx);
 void AddSettingsCommands(CLI::App& app, ToolContext& ctx);
 void AddUtilitiesCommands(CLI::App& app, ToolContext& ctx);
@@ -57,6 +63,7 @@ void AddNavDataCommands(CLI::App& app, ToolContext& ctx);
 void AddGpsCommands(CLI::App& app, ToolContext& ctx);
 void AddStoreCommands(CLI::App& app, ToolContext& ctx);
 void AddPlanningCommands(CLI::App& app, ToolContext& ctx);
+void AddWindCommands(CLI::App& app, ToolContext& ctx);
 void AddRenderCommands(CLI::App& app, ToolContext& ctx);
 // After AddPlanningCommands: adds to its "aircraft" command.
 void AddWeightBalanceCommands(CLI::App& app, ToolContext& ctx);

@@ -3,8 +3,8 @@
 
 #include "aircraft/aircraft.hpp"
 #include "aircraft/fuel_plan_dialog.hpp"
-#include "app/default_data.hpp"
 #include "app/app_state.hpp"
+#include "app/default_data.hpp"
 #include "store/record_store.hpp"
 #include "test_platform.hpp"
 

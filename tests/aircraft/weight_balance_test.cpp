@@ -9,8 +9,8 @@
 #include "aircraft/envelope_graph.hpp"
 #include "aircraft/weight_balance.hpp"
 #include "aircraft/weight_balance_dialogs.hpp"
-#include "app/default_data.hpp"
 #include "app/app_state.hpp"
+#include "app/default_data.hpp"
 #include "platform/recording_canvas.hpp"
 #include "test_platform.hpp"
 

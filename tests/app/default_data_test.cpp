@@ -57,7 +57,8 @@ TEST(DefaultData, WindTablePresentAndMapsMissingWritesOnlyTheMaps) {
 TEST(DefaultData, LaterStartsKeepTheUsersDataAndLoadTheCurrentAircraft) {
     testing::TestPlatform tp;
     CreateDefaultData();
-    EXPECT_TRUE(g_app.aircraft.CurrentAircraft.Name.empty()) << "nothing is read on the creating start";
+    EXPECT_TRUE(g_app.aircraft.CurrentAircraft.Name.empty())
+        << "nothing is read on the creating start";
     EXPECT_TRUE(DeleteWind(0));
     tp.Restart();
     g_app.settings.AircraftReg.assign(u"G-MALI");
