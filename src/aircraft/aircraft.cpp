@@ -39,11 +39,7 @@ bool LoadCurrentAircraft(const SettingsState& settings, AircraftState& state) {
 std::vector<AircraftRecord> ListAircraft() {
     std::vector<AircraftRecord> all;
     DbHandle h = OpenDatabase(schema::kAircraftName, schema::kAcName);
-    AircraftRecord r;
-    while (h && ReadAircraft(h, kFromCurrent, 0, r) != 0) {
-        all.push_back(r);
-        r = AircraftRecord{};
-    }
+    ReadEach(h, ReadAircraft, [&](AircraftRecord r, CeOid) { all.push_back(std::move(r)); });
     return all;
 }
 
@@ -91,30 +87,20 @@ bool FindAircraft(std::u16string_view registration, AircraftRecord& out, platfor
 std::vector<StoredStation> ReadStations(std::u16string_view aircraft) {
     std::vector<StoredStation> out;
     DbHandle h = OpenDatabase(schema::kStationsName, schema::kStKind);
-    StationRecord r;
-    while (h) {
-        platform::CeOid id = ReadStation(h, kFromCurrent, 0, r);
-        if (id == 0)
-            break;
+    ReadEach(h, ReadStation, [&](StationRecord r, CeOid id) {
         if (r.AircraftName == aircraft)
-            out.push_back({id, r});
-        r = StationRecord{};
-    }
+            out.push_back({id, std::move(r)});
+    });
     return out;
 }
 
 std::vector<StoredEnvelopePoint> ReadEnvelopePoints(std::u16string_view aircraft) {
     std::vector<StoredEnvelopePoint> out;
     DbHandle h = OpenEnvelopes();
-    EnvelopePointRecord r;
-    while (h) {
-        platform::CeOid id = ReadEnvelopePoint(h, kFromCurrent, 0, r);
-        if (id == 0)
-            break;
+    ReadEach(h, ReadEnvelopePoint, [&](EnvelopePointRecord r, CeOid id) {
         if (r.AircraftName == aircraft)
-            out.push_back({id, r});
-        r = EnvelopePointRecord{};
-    }
+            out.push_back({id, std::move(r)});
+    });
     return out;
 }
 

@@ -25,13 +25,9 @@ struct StoredSector {
 
 std::vector<StoredSector> ReadAll(DbHandle& h) {
     std::vector<StoredSector> all;
-    for (;;) {
-        StoredSector s;
-        s.oid = ReadSector(h, kFromCurrent, 0, s.record);
-        if (s.oid == 0)
-            break;
-        all.push_back(std::move(s));
-    }
+    ReadEach(h, ReadSector, [&](SectorRecord r, platform::CeOid oid) {
+        all.push_back({oid, std::move(r)});
+    });
     return all;
 }
 

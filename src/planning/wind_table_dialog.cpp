@@ -86,14 +86,10 @@ void WindTableDialog::Refresh() {
     lines_.clear();
     oids_.clear();
     DbHandle h = OpenDatabase(schema::kWindName, schema::kWindAltitude);
-    WindRecord r;
-    while (h) {
-        platform::CeOid oid = ReadWind(h, kFromCurrent, 0, r);
-        if (oid == 0)
-            break;
+    ReadEach(h, ReadWind, [&](const WindRecord& r, platform::CeOid oid) {
         lines_.push_back(WindLine(r.Altitude, r.Direction, r.Speed, r.Temperature));
         oids_.push_back(oid);
-    }
+    });
     if (selected_ >= static_cast<int>(lines_.size()))
         selected_ = -1;
 }

@@ -242,15 +242,13 @@ std::vector<NavListLine> ListNavDatabase(const SettingsState& settings, NavDataS
     NavVolumeScope volume(nav, settings.NavDatabaseName.view());
     DbHandle h = OpenNavDatabase(nav, settings.NavDatabaseName.view(), schema::kWptName);
     bool byIdent = nav.NavSearchKey == schema::kWptIdent;
-    for (std::uint32_t index = 0;; ++index) {
-        WaypointRecord w;
-        platform::CeOid oid = ReadWaypoint(h, kFromCurrent, 0, w);
-        if (oid == 0)
-            break;
+    std::uint32_t index = 0;
+    ReadEach(h, ReadWaypoint, [&](const WaypointRecord& w, platform::CeOid oid) {
         const std::u16string& key = byIdent ? w.Ident : w.Name;
         if (key.find(search) != std::u16string::npos)
             lines.push_back({index, oid, Utf8(w.Name + u"  " + w.Ident)});
-    }
+        ++index;
+    });
     return lines;
 }
 

@@ -8,6 +8,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include "platform/object_store.hpp"
@@ -102,6 +103,26 @@ bool ReadActivePlanSector(const SettingsState& settings, std::uint32_t index, Se
 int ReadNavSearch(const NavDataState& nav, DbHandle& h, std::u16string_view search,
                   std::u16string& text);
 // The current record as a list line: name, two blanks, ident. 0 when there is none.
+// Reads from where h stands to the end of its sort order, each record into a fresh Record, and
+// hands each with its id to visit (which may return false to stop). A handle that did not open
+// reads nothing.
+template <typename Record, typename Visit>
+void ReadEach(DbHandle& h, CeOid (*read)(DbHandle&, std::uint32_t, std::uint32_t, Record&),
+              Visit visit) {
+    while (h) {
+        Record r;
+        CeOid oid = read(h, kFromCurrent, 0, r);
+        if (oid == 0)
+            return;
+        if constexpr (std::is_same_v<decltype(visit(std::move(r), oid)), bool>) {
+            if (!visit(std::move(r), oid))
+                return;
+        } else {
+            visit(std::move(r), oid);
+        }
+    }
+}
+
 CeOid ReadNavListLine(DbHandle& h, std::u16string& line);
 
 // --- write: every property in the kind's order, as a new record (oid 0) or over the record oid.

@@ -48,12 +48,8 @@ WaypointImportResult ImportWaypointsIntoMountedVolume(const NavDataState& nav,
             return result;
     }
     std::unordered_set<std::string> present;
-    for (;;) {
-        WaypointRecord w;
-        if (ReadWaypoint(h, kFromCurrent, 0, w) == 0)
-            break;
-        present.insert(RecordKey(w));
-    }
+    ReadEach(h, ReadWaypoint,
+             [&](const WaypointRecord& w, CeOid) { present.insert(RecordKey(w)); });
     // One transaction for the whole import: fast, and a failure keeps the database as it was.
     h.BeginBatch();
     for (const WaypointRecord& r : records) {

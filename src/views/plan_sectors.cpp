@@ -14,13 +14,7 @@ std::vector<SectorRecord> ReadPlanSectors(const SettingsState& settings) {
         platform::kOpenAutoIncrement);
     if (!h)
         return sectors;
-    SectorRecord r;
-    // Auto-increment moves the handle on after each read.
-    for (CeOid oid = ReadSector(h, kByIndex, 0, r); oid != 0;
-         oid = ReadSector(h, kFromCurrent, 0, r)) {
-        sectors.push_back(r);
-        r = SectorRecord();
-    }
+    ReadEach(h, ReadSector, [&](SectorRecord r, CeOid) { sectors.push_back(std::move(r)); });
     return sectors;
 }
 
