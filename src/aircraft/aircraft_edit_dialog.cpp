@@ -259,16 +259,15 @@ std::optional<AircraftRecord> AircraftEditDialog::Check(
     }
     {
         DbHandle h = OpenDatabase(schema::kAircraftName, schema::kAcName);
-        AircraftRecord other;
-        while (h) {
-            platform::CeOid id = ReadAircraft(h, kFromCurrent, 0, other);
-            if (id == 0)
-                break;
-            if (id != oid_ && Upper(other.Name) == Upper(r.Name)) {
-                platform::ShowError("There is already an aircraft " + Utf16ToUtf8(other.Name));
-                return std::nullopt;
-            }
-            other = AircraftRecord{};
+        std::u16string taken;
+        ReadEach(h, ReadAircraft, [&](AircraftRecord other, platform::CeOid id) {
+            if (id != oid_ && Upper(other.Name) == Upper(r.Name))
+                taken = std::move(other.Name);
+            return taken.empty();
+        });
+        if (!taken.empty()) {
+            platform::ShowError("There is already an aircraft " + Utf16ToUtf8(taken));
+            return std::nullopt;
         }
     }
     std::string type = Trimmed(fields_[kType]);

@@ -25,18 +25,13 @@ void AircraftSetupDialog::Refresh() {
     names_.clear();
     oids_.clear();
     DbHandle h = OpenDatabase(schema::kAircraftName, schema::kAcName);
-    AircraftRecord r;
-    while (h) {
-        platform::CeOid id = ReadAircraft(h, kFromCurrent, 0, r);
-        if (id == 0)
-            break;
+    ReadEach(h, ReadAircraft, [&](const AircraftRecord& r, platform::CeOid id) {
         bool current = r.Name == settings_.AircraftReg.view();
         lines_.push_back(Utf16ToUtf8(r.Name) + "  " + Utf16ToUtf8(r.TypeDesignator) +
                          (current ? "  *" : ""));
         names_.push_back(r.Name);
         oids_.push_back(id);
-        r = AircraftRecord{};
-    }
+    });
     if (selected_ >= static_cast<int>(lines_.size()))
         selected_ = -1;
 }

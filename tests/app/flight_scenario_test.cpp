@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "app/plan_legs.hpp"
 #include "app/app_state.hpp"
+#include "app/plan_legs.hpp"
 #include "gps/fix_publication.hpp"
 #include "gps/nav_math.hpp"
 #include "gps/simulator.hpp"

@@ -8,10 +8,10 @@
 #include <map>
 #include <mutex>
 
+#include "app/app_state.hpp"
 #include "app/command_ids.hpp"
 #include "app/default_data.hpp"
 #include "app/loading_dialog.hpp"
-#include "app/app_state.hpp"
 #include "platform/recording_canvas.hpp"
 #include "settings/settings.hpp"
 #include "store/record_store.hpp"

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "app/default_data.hpp"
 #include "app/app_state.hpp"
+#include "app/default_data.hpp"
 #include "planning/flight_log.hpp"
 #include "planning/sector_computation.hpp"
 #include "platform/recording_canvas.hpp"

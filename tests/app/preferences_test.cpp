@@ -12,10 +12,11 @@ using Dialog = PreferencesDialog;
 
 // The flag behind each box, in the dialog's order.
 std::uint8_t& Flag(int box) {
-    std::uint8_t* flags[] = {&g_app.settings.ShowLatLonMap, &g_app.settings.ShowLatLonHsi,    &g_app.settings.EnableHotKeys,
-                             &g_app.settings.ShowScaleMap,  &g_app.settings.ShowScaleHsi,     &g_app.settings.ShowAirspace,
-                             &g_app.settings.RecordGpsData, &g_app.settings.OverwriteGpsData, &g_app.settings.ShowTrackPointer,
-                             &g_app.settings.IcaoSearch};
+    std::uint8_t* flags[] = {&g_app.settings.ShowLatLonMap,    &g_app.settings.ShowLatLonHsi,
+                             &g_app.settings.EnableHotKeys,    &g_app.settings.ShowScaleMap,
+                             &g_app.settings.ShowScaleHsi,     &g_app.settings.ShowAirspace,
+                             &g_app.settings.RecordGpsData,    &g_app.settings.OverwriteGpsData,
+                             &g_app.settings.ShowTrackPointer, &g_app.settings.IcaoSearch};
     return *flags[box];
 }
 

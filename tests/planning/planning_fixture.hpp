@@ -6,8 +6,8 @@
 
 #include <vector>
 
-#include "app/default_data.hpp"
 #include "app/app_state.hpp"
+#include "app/default_data.hpp"
 #include "planning/sector_computation.hpp"
 #include "store/record_store.hpp"
 #include "test_platform.hpp"

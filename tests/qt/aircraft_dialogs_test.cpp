@@ -14,8 +14,8 @@
 #include <functional>
 
 #include "aircraft/aircraft.hpp"
-#include "app/default_data.hpp"
 #include "app/app_state.hpp"
+#include "app/default_data.hpp"
 #include "dialog_driver.hpp"
 #include "planning/sector_computation.hpp"
 #include "qt/qt_dialog_host.hpp"

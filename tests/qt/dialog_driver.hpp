@@ -13,8 +13,8 @@
 #include <QTimer>
 #include <functional>
 
-#include "app/default_data.hpp"
 #include "app/app_state.hpp"
+#include "app/default_data.hpp"
 #include "qt/qt_dialog_host.hpp"
 #include "qt/subsystem_dialogs.hpp"
 #include "test_platform.hpp"

@@ -6,8 +6,8 @@
 #include <QKeyEvent>
 #include <QLabel>
 
-#include "app/command_ids.hpp"
 #include "app/app_state.hpp"
+#include "app/command_ids.hpp"
 #include "qt/graphics/qt_graphics.hpp"
 #include "qt/main_frame.hpp"
 #include "qt/qt_ui.hpp"
