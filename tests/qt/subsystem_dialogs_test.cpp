@@ -14,8 +14,8 @@
 #include <QTimer>
 #include <functional>
 
-#include "app/default_data.hpp"
 #include "app/app_state.hpp"
+#include "app/default_data.hpp"
 #include "dialog_driver.hpp"
 #include "gps/gps_port.hpp"
 #include "planning/sector_computation.hpp"
